@@ -1,0 +1,90 @@
+// Marovia Sondrel - positions of web sites in search engine results
+#pragma once
+
+#include "core/clock.h"
+#include "core/code_page.h"
+#include "core/desktop.h"
+#include "core/error_log.h"
+#include "core/failure.h"
+#include "core/host_path.h"
+#include "core/settings_store.h"
+
+#include <QLocale>
+#include <QString>
+
+namespace sondrel {
+
+class clsEngine;
+class HttpTransport;
+
+/// The doors that the context hands on. They outlive it.
+struct Doors
+{
+    Clock &clock;
+    Desktop &desktop;
+    SettingsStore &settings;
+    HttpTransport &http;
+};
+
+/// Process-wide values, set once at start and handed on: folders, settings paths, doors, the error log and the
+/// one engine catalogue.
+class ApplicationContext
+{
+public:
+    /// appPath is the folder of the program's data, without a separator at its end; systemDirectory the folder
+    /// of the engine data file, empty when there is none.
+    ApplicationContext(const QString &appPath, const QString &systemDirectory, const Doors &doors,
+                       const QLocale &locale);
+
+    const QString AppPath;
+    /// The system directory with one trailing "\" ensured; empty when there is none.
+    const QString SystemDirectory;
+    const QString EngineDataFile;
+    const QString RegPreference;
+    const QString RegScheduler;
+    const QString RegVersion;
+    const QString RegEngine;
+    /// Owned by whoever made it; absent until the program has loaded its main window.
+    clsEngine *EngineCatalogue = nullptr;
+    bool LookupRequested = false;
+    bool FirstRun = false;
+
+    Clock &clock;
+    Desktop &desktop;
+    SettingsStore &settings;
+    HttpTransport &http;
+    const QLocale locale;
+    HostPath files;
+
+    /// The system code page: 8-bit text on disk and fetched pages are read through it. It follows the settings
+    /// value "CodePage".
+    const CodePage &codePage() const;
+    QByteArray toBytes(QStringView text) const { return codePage().toBytes(text); }
+    QString fromBytes(QByteArrayView bytes) const { return codePage().fromBytes(bytes); }
+
+    /// AppPath + "\" + components; throws Failure when one cannot be a file name.
+    QString appFile(std::initializer_list<QString> components) const;
+
+    /// The one writer of Error.log: CR LF and the text. Never raises.
+    void WriteErrorLog(const QString &text) noexcept;
+
+private:
+    ErrorLog m_log;
+    mutable std::shared_ptr<const CodePage> m_codePage;
+    mutable QString m_codePageSetting;
+};
+
+/// Runs a step and writes what it throws to the error log behind the tag. True when nothing was thrown.
+template <typename Step>
+bool reportFailure(ApplicationContext &app, const QString &tag, Step &&step)
+{
+    try {
+        step();
+        return true;
+    } catch (const std::exception &error) {
+        app.WriteErrorLog(tag + errorText(error));
+        return false;
+    }
+}
+
+} // namespace sondrel

@@ -1,0 +1,72 @@
+// Marovia Sondrel - positions of web sites in search engine results
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+#include <initializer_list>
+#include <optional>
+
+namespace sondrel {
+
+/// All access to files. Paths below the program's own folders (the roots) are composed with "\" and their
+/// names ignore case: "ROOT\Results\Engine\word.dat" finds ROOT/results/ENGINE/word.DAT. Any other path, such
+/// as one picked by the user, is taken as the system spells it.
+///
+/// An index per folder answers look-ups that miss; the program's own writes update it, a changed folder time
+/// renews it.
+class HostPath
+{
+public:
+    explicit HostPath(QStringList roots);
+
+    /// root + "\" + components. Throws Failure when a component cannot be a file name: it is empty, "." or
+    /// "..", holds "/", "\" or a control character, or has more than 255 bytes.
+    static QString compose(const QString &root, std::initializer_list<QString> components);
+    /// True when the text can be the name of a file or folder.
+    static bool isFileName(const QString &name);
+
+    /// The path in the system's spelling: existing files and folders as they are spelled on disk, new ones as
+    /// given. Nothing when a component cannot be a file name.
+    std::optional<QString> find(const QString &path) const;
+
+    bool fileExists(const QString &path) const;
+    bool folderExists(const QString &path) const;
+    /// Size in bytes, or -1 when there is no such file.
+    qint64 size(const QString &path) const;
+
+    /// The whole file; throws Failure when it cannot be read.
+    QByteArray readAll(const QString &path) const;
+    /// Replaces the whole file: a crash leaves the old or the new file, never a half. Throws Failure.
+    void writeAll(const QString &path, QByteArrayView bytes);
+    /// As writeAll, for files that can be fetched again: renamed into place, not flushed to the disk first.
+    void writeUnflushed(const QString &path, QByteArrayView bytes);
+    /// Adds to the end of the file, which is made when missing. Throws Failure.
+    void append(const QString &path, QByteArrayView bytes);
+    /// Removes the file when there is one; throws Failure when it cannot be removed.
+    void remove(const QString &path);
+    /// Makes the folder and its parents below the root. Throws Failure.
+    void makeFolder(const QString &path);
+    /// Makes a relative symbolic link beside the target, replacing an older link but never a file. Does nothing
+    /// when the link's name cannot be a file name.
+    void linkBeside(const QString &target, const QString &linkName);
+
+private:
+    struct FolderIndex
+    {
+        qint64 changed = -1; // folder time in ns
+        QHash<QString, QString> names; // folded name to name on disk
+    };
+
+    class OwnChange;
+
+    const FolderIndex &indexOf(const QString &folder) const;
+    QString nativeForWriting(const QString &path) const;
+
+    QStringList m_roots;
+    mutable QHash<QString, FolderIndex> m_index;
+};
+
+} // namespace sondrel

@@ -1,0 +1,1 @@
+#include "core/http_control.h"

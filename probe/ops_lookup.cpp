@@ -1,0 +1,12 @@
+#include "probe/operations.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace sondrel::probe {
+
+void addLookupOperations(Operations &operations)
+{
+    Q_UNUSED(operations);
+}
+
+} // namespace sondrel::probe

@@ -1,0 +1,51 @@
+#include "tests/doors/recording_desktop.h"
+
+namespace sondrel {
+
+MessageAnswer RecordingDesktop::showMessage(const MessageBox &box)
+{
+    boxes.push_back(box);
+    if (box.buttons == MessageButtons::Ok)
+        return MessageAnswer::Ok;
+    if (answers.empty())
+        return answer;
+    const MessageAnswer next = answers.front();
+    answers.erase(answers.begin());
+    return next;
+}
+
+void RecordingDesktop::beginWait()
+{
+    ++waits;
+    ++waiting;
+}
+
+void RecordingDesktop::endWait()
+{
+    --waiting;
+}
+
+void RecordingDesktop::resetPointer()
+{
+    ++resets;
+}
+
+void RecordingDesktop::beep()
+{
+    ++beeps;
+}
+
+bool RecordingDesktop::open(const QString &target, ShowMode mode)
+{
+    opened.emplace_back(target, mode);
+    return opens;
+}
+
+void RecordingDesktop::runPendingEvents()
+{
+    ++pendingEventRuns;
+    if (onPendingEvents)
+        onPendingEvents();
+}
+
+} // namespace sondrel

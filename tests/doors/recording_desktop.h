@@ -1,0 +1,42 @@
+// Marovia Sondrel - positions of web sites in search engine results
+#pragma once
+
+#include "core/desktop.h"
+
+#include <QString>
+
+#include <functional>
+#include <utility>
+#include <vector>
+
+namespace sondrel {
+
+/// A desktop that keeps what it was asked for and answers from a queue.
+class RecordingDesktop final : public Desktop
+{
+public:
+    std::vector<MessageBox> boxes;
+    std::vector<std::pair<QString, ShowMode>> opened;
+    int waits = 0; // wait cursors begun in all
+    int waiting = 0; // and not yet ended
+    int resets = 0;
+    int beeps = 0;
+    int pendingEventRuns = 0;
+
+    /// Answers to yes/no boxes, first one first; answer is given when none is left.
+    std::vector<MessageAnswer> answers;
+    MessageAnswer answer = MessageAnswer::Yes;
+    bool opens = true;
+    /// What happens while pending events run.
+    std::function<void()> onPendingEvents;
+
+    MessageAnswer showMessage(const MessageBox &box) override;
+    void beginWait() override;
+    void endWait() override;
+    void resetPointer() override;
+    void beep() override;
+    bool open(const QString &target, ShowMode mode) override;
+    void runPendingEvents() override;
+};
+
+} // namespace sondrel
