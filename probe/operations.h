@@ -1,6 +1,7 @@
 // Marovia Sondrel - positions of web sites in search engine results
 #pragma once
 
+#include "probe/keyword_rows.h"
 #include "probe/probe.h"
 
 namespace sondrel::probe {
