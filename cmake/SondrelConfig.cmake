@@ -22,3 +22,9 @@ if(SONDREL_SANITIZE)
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(sondrel_config INTERFACE -fsanitize=address,undefined)
 endif()
+if(SONDREL_FUZZ)
+    # Only the fuzz targets link the fuzzer's own main().
+    target_compile_options(sondrel_config INTERFACE
+        -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(sondrel_config INTERFACE -fsanitize=address,undefined)
+endif()
