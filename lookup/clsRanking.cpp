@@ -79,8 +79,7 @@ std::unique_ptr<clsSearchKeyword> clsRanking::prepare(const QString &keyword)
 void clsRanking::Connect()
 {
     reportFailure(m_app, u"clsRanking_connect_Error: "_s, [&] {
-        m_app.WriteErrorLog(u"Lookup Connect start ... at "_s
-                            + generalDate(m_app.locale, m_app.clock.now()));
+        m_app.WriteErrorLog(u"Lookup Connect start ... at "_s + generalDate(m_app.locale, m_app.clock.now()));
         if (m_searches.empty()) {
             Q_EMIT Completed();
             return;
@@ -132,14 +131,14 @@ bool clsRanking::finish(clsSearchKeyword &search, int slot, int errorCode, const
 {
     const QString keyword = trimBlanks(search.Keyword).toString();
     if (errorCode != 0) {
-        m_app.WriteErrorLog(u"Look up '"_s + search.Keyword + u"' Fail. errorcode="_s + QString::number(errorCode)
-                            + u"Error description="_s + m_app.fromBytes(data));
+        m_app.WriteErrorLog(u"Look up '"_s + search.Keyword + u"' Fail. errorcode="_s +
+                            QString::number(errorCode) + u"Error description="_s + m_app.fromBytes(data));
         m_keywords->UpdateObject(keyword, u"Status"_s, u"Failed"_s);
         return true;
     }
     if (data.isEmpty()) {
-        m_app.WriteErrorLog(u"Look up '"_s + search.Keyword + u"' Fail. ResponseCode="_s
-                            + QString::number(errorCode) + u", Return Data empty."_s);
+        m_app.WriteErrorLog(u"Look up '"_s + search.Keyword + u"' Fail. ResponseCode="_s +
+                            QString::number(errorCode) + u", Return Data empty."_s);
         m_keywords->UpdateObject(keyword, u"Status"_s, u"Failed"_s);
         return true;
     }
@@ -169,8 +168,8 @@ QString clsRanking::nextAddress(clsSearchKeyword &search, const QString &page) c
     if (containsIgnoringCase(search.URL, u"espotting")) {
         // This engine is queried anew for each page; its address grows by each tail.
         search.SubmitMethod = u"GET"_s;
-        return search.URL + u"?affiliateid=1&keyword="_s + QString(search.Keyword).replace(u' ', u'+')
-            + replacedIgnoringCase(search.NextPage1, u"[PageNo]", QString::number(search.Pages + 1));
+        return search.URL + u"?affiliateid=1&keyword="_s + QString(search.Keyword).replace(u' ', u'+') +
+               replacedIgnoringCase(search.NextPage1, u"[PageNo]", QString::number(search.Pages + 1));
     }
     const QString next = search.getNextURL(page);
     // The next link of this engine always names the same offset.

@@ -13,9 +13,9 @@
 
 namespace sondrel {
 
-/// One run: looks a list of keywords up on one engine for one project, through up to ten connections at a time.
-/// Called in this order: setKeywordsObject, setAccount, SetVariable, Connect. A handler of its signals may destroy
-/// it.
+/// One run: looks a list of keywords up on one engine for one project, through up to ten connections at a
+/// time. Called in this order: setKeywordsObject, setAccount, SetVariable, Connect. A handler of its signals
+/// may destroy it.
 class clsRanking final : public QObject
 {
     Q_OBJECT

@@ -16,12 +16,13 @@ std::vector<Listing> loadListings(ApplicationContext &app, const QString &engine
     }
     QString term = keyword;
     StripRowSuffix(term);
-    const QString file =
-        app.appFile({u"Results"_s, engineName, EncodedString(app, term) + u".dat"_s});
+    const QString file = app.appFile({u"Results"_s, engineName, EncodedString(app, term) + u".dat"_s});
     if (!app.files.fileExists(file))
         return listings;
     const QString text = app.fromBytes(app.files.readAll(file));
-    for (const QStringView line : QStringView(text).split(u"\r\n"_s)) {
+    for (QStringView line : QStringView(text).split(u'\n')) {
+        if (line.endsWith(u'\r'))
+            line.chop(1);
         if (line.isEmpty())
             break;
         const auto fields = line.split(u";#"_s);

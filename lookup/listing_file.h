@@ -16,9 +16,9 @@ struct Listing
     bool operator==(const Listing &) const = default;
 };
 
-/// The listings of a keyword's last lookup, in order; a further hit "word(2)" gives those of "word". An empty line
-/// ends the file; a line that is not URL, title and page is passed over. A missing file gives none. Throws Failure
-/// when the file cannot be read.
+/// The listings of a keyword's last lookup, in order; a further hit "word(2)" gives those of "word". An empty
+/// line ends the file; a line that is not URL, title and page is passed over. A missing file gives none.
+/// Throws Failure when the file cannot be read.
 std::vector<Listing> loadListings(ApplicationContext &app, const QString &engineName, const QString &keyword);
 
 } // namespace sondrel

@@ -52,9 +52,10 @@ void LookupSession::LookUpSelectedKeyword(bool hasRows, const std::vector<Select
 {
     reportFailure(m_app, u"frmSondrel_LookUpSelectedKeyword error: "_s, [&] {
         if (!hasRows) {
-            refuse(u"Look Up"_s, MessageIcon::Exclamation,
-                   u"There is no keyword in the Keyword list. Please clicking the 'Load Keyword' button on the "
-                   "Toolbar to retrieve keywords from your search engine account."_s);
+            refuse(
+                u"Look Up"_s, MessageIcon::Exclamation,
+                u"There is no keyword in the Keyword list. Please clicking the 'Load Keyword' button on the "
+                "Toolbar to retrieve keywords from your search engine account."_s);
             return;
         }
         if (selection.empty()) {

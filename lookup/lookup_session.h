@@ -22,9 +22,9 @@ struct SelectedRow
     bool Show = true;
 };
 
-/// The state and steps of looking one project's keywords up on one engine: which keywords go into a run, how it is
-/// followed and stopped, and what happens to its results. A window shows it; the scheduler runs one hidden. A handler
-/// of its signals may destroy it.
+/// The state and steps of looking one project's keywords up on one engine: which keywords go into a run, how
+/// it is followed and stopped, and what happens to its results. A window shows it; the scheduler runs one
+/// hidden. A handler of its signals may destroy it.
 class LookupSession final : public QObject
 {
     Q_OBJECT
@@ -43,7 +43,8 @@ public:
     std::unique_ptr<clsKeywords> Keywords;
     /// True when the scheduler owns this session: nothing is said to a status bar then.
     bool Schedle = false;
-    /// Runs between the redraw and Completed of a finished run, so that the engine's report shows its results.
+    /// Runs between the redraw and Completed of a finished run, so that the engine's report shows its
+    /// results.
     std::function<void()> writeReport;
 
     /// Loads the project's keywords and the engine's stored results.

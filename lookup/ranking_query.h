@@ -17,8 +17,8 @@ struct RankingQuery
 /// "hotels (hotels uk)" gives "hotels ", "hotels (paris)" stays.
 QString withoutRepeatedBrackets(const QString &keyword);
 
-/// The keyword as the engine wants it in a query: percent-encoded UTF-8 or code page bytes for engines with "(CN)"
-/// in their name, marks and accented letters escaped for all others.
+/// The keyword as the engine wants it in a query: percent-encoded UTF-8 or code page bytes for engines with
+/// "(CN)" in their name, marks and accented letters escaped for all others.
 QString encodedForEngine(ApplicationContext &app, const QString &engineName, const QString &keyword);
 
 /// The first request for a keyword. Throws Failure when the catalogue has no such engine.

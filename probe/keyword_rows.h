@@ -8,8 +8,8 @@
 
 namespace sondrel::probe {
 
-/// Keyword rows as objects with the field names of clsKeyword, and back (keyed by the keyword; a repeated one is
-/// dropped).
+/// Keyword rows as objects with the field names of clsKeyword, and back (keyed by the keyword; a repeated one
+/// is dropped).
 QJsonArray rowsAsJson(const Collection<clsKeyword> &rows);
 Collection<clsKeyword> rowsFromJson(const QJsonArray &rows);
 

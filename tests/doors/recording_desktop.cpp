@@ -1,9 +1,13 @@
 #include "tests/doors/recording_desktop.h"
 
+#include "core/failure.h"
+
 namespace sondrel {
 
 MessageAnswer RecordingDesktop::showMessage(const MessageBox &box)
 {
+    if (failing)
+        throw Failure(QStringLiteral("The message cannot be shown"));
     boxes.push_back(box);
     if (box.buttons == MessageButtons::Ok)
         return MessageAnswer::Ok;

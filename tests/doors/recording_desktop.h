@@ -17,7 +17,7 @@ class RecordingDesktop final : public Desktop
 public:
     std::vector<MessageBox> boxes;
     std::vector<std::pair<QString, ShowMode>> opened;
-    int waits = 0; // wait cursors begun in all
+    int waits = 0;   // wait cursors begun in all
     int waiting = 0; // and not yet ended
     int resets = 0;
     int beeps = 0;
@@ -27,6 +27,8 @@ public:
     std::vector<MessageAnswer> answers;
     MessageAnswer answer = MessageAnswer::Yes;
     bool opens = true;
+    /// While set, showing a message throws Failure.
+    bool failing = false;
     /// What happens while pending events run.
     std::function<void()> onPendingEvents;
 
