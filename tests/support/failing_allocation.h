@@ -4,7 +4,8 @@
 namespace sondrel {
 
 /// Makes one allocation of this thread fail as if memory had run out: the one after `successes` further ones.
-/// Only tests that link sondrel_failing_allocation have it.
+/// Only tests that link sondrel_failing_allocation have it. The text and byte classes of Qt and the standard
+/// containers answer with std::bad_alloc; QHash ends the program when it cannot grow.
 class FailingAllocation
 {
 public:
