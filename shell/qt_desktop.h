@@ -1,0 +1,24 @@
+// Marovia Sondrel - positions of web sites in search engine results
+#pragma once
+
+#include "core/desktop.h"
+
+namespace sondrel {
+
+/// The desktop that a person sits at: message boxes, pointer, beep and default programs of Qt.
+class QtDesktop final : public Desktop
+{
+public:
+    MessageAnswer showMessage(const MessageBox &box) override;
+    void beginWait() override;
+    void endWait() override;
+    void resetPointer() override;
+    void beep() override;
+    bool open(const QString &target, ShowMode mode) override;
+    void runPendingEvents() override;
+
+private:
+    int m_waiting = 0;
+};
+
+} // namespace sondrel
