@@ -1,7 +1,7 @@
 // sondrel-probe: calls the program's own operations line by line, without a window. A tool for tests.
 #include "core/file_settings_store.h"
-#include "core/http_control.h"
 #include "core/system_clock.h"
+#include "lookup/curl_http_control.h"
 #include "probe/operations.h"
 #include "tests/doors/manual_clock.h"
 #include "tests/doors/recording_desktop.h"
@@ -21,13 +21,6 @@ using namespace Qt::Literals::StringLiterals;
 using namespace sondrel;
 
 namespace {
-
-// TODO: goes when the real transport is there.
-class NoHttp final : public HttpTransport
-{
-public:
-    std::unique_ptr<HttpPool> createPool() override { return nullptr; }
-};
 
 // The date and time are given, the timers are real: a lookup takes the time it takes.
 class PinnedClock final : public Clock
@@ -169,10 +162,11 @@ int main(int argc, char **argv)
     PinnedClock clock(QDateTime::fromString(parser.value(u"today"_s), Qt::ISODate));
     RecordingDesktop desktop;
     FileSettingsStore settings(place(u"registry"_s, u"settings.ini"_s));
-    NoHttp transport_;
-    HttpTransport *transport = &transport_;
-    ApplicationContext app(appFolder, systemFolder, Doors{clock, desktop, settings, *transport},
+    ApplicationContext *context = nullptr;
+    CurlTransport transport([&context](QStringView text) { return context->toBytes(text); });
+    ApplicationContext app(appFolder, systemFolder, Doors{clock, desktop, settings, transport},
                            QLocale(QLocale::English, QLocale::UnitedStates));
+    context = &app;
 
     const probe::Operations operations = allOperations();
     LogReader log(app);
