@@ -3,6 +3,8 @@
 #include "core/failure.h"
 #include "core/text_fold.h"
 
+#include <QRegularExpression>
+
 #include <cmath>
 #include <limits>
 
@@ -19,14 +21,74 @@ bool isDigit(QChar unit)
 
 bool isSpace(QChar unit)
 {
-    return unit == u' ' || unit == u'\t' || unit == u'\r' || unit == u'\n';
+    return unit == u' ' || (unit >= u'\t' && unit <= u'\r');
 }
 
-double parse(QStringView text)
+QStringView withoutLeadingSpaces(QStringView text)
 {
-    QString digits = text.toString();
-    digits.remove(u',');
-    return QLocale::c().toDouble(digits);
+    while (!text.isEmpty() && isSpace(text.front()))
+        text = text.sliced(1);
+    return text;
+}
+
+QStringView withoutSpaces(QStringView text)
+{
+    while (!text.isEmpty() && isSpace(text.back()))
+        text.chop(1);
+    return withoutLeadingSpaces(text);
+}
+
+enum class Commas { Stop, Pass };
+
+// The length of the number that the text begins with; 0 when it begins with none.
+qsizetype lengthOfNumber(QStringView text, Commas commas)
+{
+    qsizetype at = 0;
+    const auto next = [&](char16_t one, char16_t other) {
+        return at < text.size() && (text[at] == one || text[at] == other);
+    };
+    const auto passDigits = [&](Commas between) {
+        qsizetype digits = 0;
+        for (; at < text.size(); ++at) {
+            if (isDigit(text[at]))
+                ++digits;
+            else if (between == Commas::Stop || text[at] != u',')
+                break;
+        }
+        return digits;
+    };
+
+    if (next(u'+', u'-'))
+        ++at;
+    qsizetype digits = passDigits(commas);
+    if (next(u'.', u'.')) {
+        ++at;
+        digits += passDigits(Commas::Stop);
+    }
+    if (digits == 0)
+        return 0;
+    if (next(u'e', u'E')) {
+        const qsizetype mantissa = at;
+        ++at;
+        if (next(u'+', u'-'))
+            ++at;
+        if (passDigits(Commas::Stop) == 0)
+            at = mantissa;
+    }
+    return at;
+}
+
+// Only for texts that have the form of a number; gives infinity beyond the range.
+double parsed(QStringView number)
+{
+    return number.isEmpty() ? 0 : QLocale::c().toDouble(number);
+}
+
+double strictNumber(QStringView text)
+{
+    if (!isNumeric(text))
+        throw Failure(u"Type mismatch"_s);
+    return parsed(withoutSpaces(text).toString().remove(u','));
 }
 
 template <typename Integer>
@@ -38,92 +100,54 @@ Integer rounded(double value)
     return static_cast<Integer>(whole);
 }
 
-template <typename Integer>
-Integer strictly(QStringView text)
+// Applies the change to what stands outside of quotation marks in a date or time form.
+template <typename Change>
+QString changedOutsideQuotes(const QString &form, Change &&change)
 {
-    if (!isNumeric(text))
-        throw Failure(u"Type mismatch"_s);
-    return rounded<Integer>(leadingNumber(text.toString().remove(u',')));
+    QStringList parts = form.split(u'\'');
+    for (qsizetype i = 0; i < parts.size(); i += 2)
+        change(parts[i]);
+    return parts.join(u'\'');
+}
+
+// Some locales use blanks, digits or invisible marks that 8-bit files cannot hold.
+QString plain(const QString &text)
+{
+    QString result;
+    const auto characters = text.toUcs4();
+    for (const char32_t character : characters) {
+        if (QChar::isSpace(character))
+            result += u' ';
+        else if (const int digit = QChar::digitValue(character); digit >= 0)
+            result += QChar(u'0' + digit);
+        else if (QChar::category(character) != QChar::Other_Format)
+            result += QString::fromUcs4(&character, 1);
+    }
+    return result.simplified();
 }
 
 } // namespace
 
 bool isNumeric(QStringView text)
 {
-    text = text.trimmed();
-    qsizetype at = 0;
-    const auto here = [&] { return at < text.size() ? text[at] : QChar(); };
-    bool digits = false;
-    if (here() == u'+' || here() == u'-')
-        ++at;
-    for (; isDigit(here()) || here() == u','; ++at)
-        digits = digits || isDigit(here());
-    if (here() == u'.') {
-        ++at;
-        for (; isDigit(here()); ++at)
-            digits = true;
-    }
-    if (!digits)
-        return false;
-    if (here() == u'e' || here() == u'E') {
-        ++at;
-        if (here() == u'+' || here() == u'-')
-            ++at;
-        const qsizetype begin = at;
-        while (isDigit(here()))
-            ++at;
-        if (at == begin)
-            return false;
-    }
-    return at == text.size();
+    text = withoutSpaces(text);
+    return !text.isEmpty() && lengthOfNumber(text, Commas::Pass) == text.size();
 }
 
 double leadingNumber(QStringView text)
 {
-    QString number;
-    qsizetype at = 0;
-    const auto skipBlanks = [&] {
-        while (at < text.size() && isSpace(text[at]))
-            ++at;
-    };
-    const auto here = [&] { return at < text.size() ? text[at] : QChar(); };
-    const auto takeDigits = [&] {
-        bool any = false;
-        for (; isDigit(here()); ++at) {
-            number += here();
-            any = true;
-        }
-        return any;
-    };
-    skipBlanks();
-    if (here() == u'+' || here() == u'-')
-        number += text[at++];
-    bool digits = takeDigits();
-    if (here() == u'.') {
-        number += text[at++];
-        digits = takeDigits() || digits;
-    }
-    if (!digits)
-        return 0;
-    if (here() == u'e' || here() == u'E') {
-        const QString mantissa = number;
-        number += text[at++];
-        if (here() == u'+' || here() == u'-')
-            number += text[at++];
-        if (!takeDigits())
-            number = mantissa;
-    }
-    return parse(number);
+    text = withoutLeadingSpaces(text);
+    return parsed(text.first(lengthOfNumber(text, Commas::Stop)));
 }
 
 qint16 toInt16(QStringView text)
 {
-    return strictly<qint16>(text);
+    return rounded<qint16>(strictNumber(text));
 }
 
 qint32 toInt32(QStringView text)
 {
-    return strictly<qint32>(text);
+    return rounded<qint32>(strictNumber(text));
 }
 
 qint16 roundToInt16(double value)
@@ -138,14 +162,12 @@ qint32 roundToInt32(double value)
 
 bool toBoolean(QStringView text)
 {
-    const QStringView trimmed = trimBlanks(text);
-    if (equalsIgnoringCase(trimmed, u"True"))
+    const QStringView word = withoutSpaces(text);
+    if (equalsIgnoringCase(word, u"True"))
         return true;
-    if (equalsIgnoringCase(trimmed, u"False"))
+    if (equalsIgnoringCase(word, u"False"))
         return false;
-    if (!isNumeric(text))
-        throw Failure(u"Type mismatch"_s);
-    return leadingNumber(text.toString().remove(u',')) != 0;
+    return strictNumber(text) != 0;
 }
 
 QString booleanText(bool value)
@@ -155,32 +177,30 @@ QString booleanText(bool value)
 
 QString numberText(double value)
 {
-    return QString::number(value, 'g', 15);
+    return QString::number(value + 0.0, 'g', 15); // the sum takes the sign from a zero
 }
 
 QString shortDate(const QLocale &locale, QDate date)
 {
-    QString form = locale.dateFormat(QLocale::ShortFormat);
-    if (!form.contains("yyyy"_L1))
-        form.replace("yy"_L1, "yyyy"_L1);
-    return locale.toString(date, form);
+    const QString form = changedOutsideQuotes(locale.dateFormat(QLocale::ShortFormat), [](QString &part) {
+        if (!part.contains("yyyy"_L1))
+            part.replace("yy"_L1, "yyyy"_L1);
+    });
+    return plain(locale.toString(date, form));
 }
 
 QString longDate(const QLocale &locale, QDate date)
 {
-    return locale.toString(date, QLocale::LongFormat);
+    return plain(locale.toString(date, QLocale::LongFormat));
 }
 
 QString generalDate(const QLocale &locale, const QDateTime &when)
 {
-    // The long time of a locale may name a zone, which nobody wants in a log or a footer.
-    QString form = locale.timeFormat(QLocale::LongFormat);
-    form = form.remove(u't').trimmed();
-    if (form.isEmpty())
-        form = u"HH:mm:ss"_s;
-    // CLDR puts a narrow no-break blank before AM and PM, which 8-bit files cannot hold.
-    const QString time = locale.toString(when.time(), form).replace(QChar(0x202F), u' ');
-    return shortDate(locale, when.date()) + u' ' + time;
+    // The long time of a locale names a zone, which nobody wants in a log or a footer.
+    static const QRegularExpression zone(u",?\\s*[(\\[]?t+[)\\]]?"_s);
+    const QString form = changedOutsideQuotes(locale.timeFormat(QLocale::LongFormat),
+                                              [](QString &part) { part.remove(zone); });
+    return plain(shortDate(locale, when.date()) + u' ' + locale.toString(when.time(), form));
 }
 
 } // namespace sondrel
