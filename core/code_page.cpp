@@ -1,69 +1,51 @@
 #include "core/code_page.h"
 
-#include <unicode/ucnv.h>
-#include <unicode/ucnv_cb.h>
-#include <unicode/ucnv_err.h>
+#include "core/icu_converter.h"
 
+#include <array>
 #include <map>
-#include <string>
 
 namespace sondrel {
 
 namespace {
 
-// ICU knows Windows pages under these names; the UTF forms have names of their own.
-std::string converterName(int number)
-{
-    switch (number) {
-    case 1200:
-        return "UTF-16LE";
-    case 1201:
-        return "UTF-16BE";
-    case 65001:
-        return "UTF-8";
-    case 20127:
-        return "US-ASCII";
-    case 28591:
-        return "ISO-8859-1";
-    default:
-        return "windows-" + std::to_string(number);
-    }
-}
-
+constexpr std::size_t UnitCount = 0x10000;
+constexpr unsigned ByteCount = 256;
+constexpr unsigned FirstTrailByte = 0x40; // of any double-byte page, but for the four-byte forms of GB18030
+constexpr unsigned LastControl = 0x9F;
+constexpr char16_t PrivateUse = 0xF700;
 constexpr char16_t Replacement = 0xFFFD;
+
+bool isAscii(char16_t unit)
+{
+    return unit < 0x80;
+}
 
 } // namespace
 
-struct CodePage::Converter
+CodePage::CodePage(int number, std::unique_ptr<IcuConverter> converter)
+    : m_number(number), m_converter(std::move(converter)), m_values(UnitCount, u'?')
 {
-    UConverter *handle = nullptr;
-
-    ~Converter()
-    {
-        if (handle)
-            ucnv_close(handle);
+    switch (m_converter->form()) {
+    case IcuConverter::Form::SingleByte:
+        m_units.assign(ByteCount, Replacement);
+        readBytes();
+        break;
+    case IcuConverter::Form::DoubleByte:
+        m_units.assign(UnitCount, Replacement);
+        readBytes();
+        readPairs();
+        readValues();
+        break;
+    case IcuConverter::Form::Stateless:
+        readValues();
+        break;
+    case IcuConverter::Form::Stateful:
+        for (char16_t unit = 0; isAscii(unit); ++unit)
+            m_values[unit] = unit;
+        break;
     }
-};
-
-CodePage::CodePage(int number, std::unique_ptr<Converter> converter)
-    : m_number(number), m_converter(std::move(converter))
-{
-    UConverter *handle = m_converter->handle;
-    m_singleByte = ucnv_getMaxCharSize(handle) == 1;
-    if (!m_singleByte)
-        return;
-    m_toByte = QByteArray(0x10000, '?');
-    for (int byte = 255; byte >= 0; --byte) {
-        const char source = static_cast<char>(byte);
-        UChar unit = 0;
-        UErrorCode error = U_ZERO_ERROR;
-        ucnv_reset(handle);
-        const int length = ucnv_toUChars(handle, &unit, 1, &source, 1, &error);
-        // A byte without a character stands for the control character of its own value.
-        const bool mapped = U_SUCCESS(error) && length == 1 && unit != Replacement;
-        m_fromByte[static_cast<std::size_t>(byte)] = mapped ? unit : static_cast<char16_t>(byte);
-        m_toByte[static_cast<qsizetype>(m_fromByte[static_cast<std::size_t>(byte)])] = source;
-    }
+    addFreeBytes();
 }
 
 CodePage::~CodePage() = default;
@@ -73,19 +55,9 @@ std::shared_ptr<const CodePage> CodePage::find(int number)
     static std::map<int, std::shared_ptr<const CodePage>> known;
     if (const auto it = known.find(number); it != known.end())
         return it->second;
-    auto converter = std::make_unique<Converter>();
-    UErrorCode error = U_ZERO_ERROR;
-    converter->handle = ucnv_open(converterName(number).c_str(), &error);
-    if (U_FAILURE(error)) {
-        error = U_ZERO_ERROR;
-        converter->handle = ucnv_open(("cp" + std::to_string(number)).c_str(), &error);
-    }
     std::shared_ptr<const CodePage> page;
-    if (U_SUCCESS(error)) {
-        ucnv_setFallback(converter->handle, false);
-        ucnv_setSubstChars(converter->handle, "?", 1, &error);
+    if (auto converter = IcuConverter::open(number))
         page.reset(new CodePage(number, std::move(converter)));
-    }
     return known.emplace(number, std::move(page)).first->second;
 }
 
@@ -94,62 +66,134 @@ std::shared_ptr<const CodePage> CodePage::western()
     return find(1252);
 }
 
+bool CodePage::isSingleByte() const
+{
+    return m_converter->form() == IcuConverter::Form::SingleByte;
+}
+
+// The characters of single bytes.
+void CodePage::readBytes()
+{
+    for (unsigned byte = 0; byte < ByteCount; ++byte) {
+        const char source = static_cast<char>(byte);
+        const QString text = m_converter->fromBytes(QByteArrayView(&source, 1));
+        if (text.size() != 1 || text[0] == QChar(Replacement))
+            continue;
+        m_units[byte] = text[0].unicode();
+        if (m_values[m_units[byte]] == u'?')
+            m_values[m_units[byte]] = static_cast<quint16>(byte);
+    }
+}
+
+// The characters of two bytes.
+void CodePage::readPairs()
+{
+    for (unsigned lead = 0; lead < ByteCount; ++lead) {
+        if (!m_converter->isLeadByte(static_cast<unsigned char>(lead)))
+            continue;
+        for (unsigned trail = FirstTrailByte; trail < ByteCount; ++trail) {
+            const std::array pair{static_cast<char>(lead), static_cast<char>(trail)};
+            const QString text = m_converter->fromBytes(QByteArrayView(pair.data(), 2));
+            if (text.size() == 1)
+                m_units[lead << 8U | trail] = text[0].unicode();
+        }
+    }
+}
+
+// The codes of all units, asked one by one: of several codes of a character the converter knows the usual
+// one.
+void CodePage::readValues()
+{
+    for (std::size_t unit = 0; unit < UnitCount; ++unit) {
+        const QChar character(static_cast<char16_t>(unit));
+        const QByteArray bytes = m_converter->toBytes(QStringView(&character, 1));
+        if (bytes.size() == 1)
+            m_values[unit] = static_cast<unsigned char>(bytes[0]);
+        else if (bytes.size() == 2)
+            m_values[unit] = static_cast<quint16>(static_cast<unsigned char>(bytes[0]) << 8U |
+                                                  static_cast<unsigned char>(bytes[1]));
+    }
+}
+
+// Bytes that the page leaves free come through unharmed, so that a fetched page can be written as it was
+// read.
+void CodePage::addFreeBytes()
+{
+    for (unsigned byte = 0; !m_units.empty() && byte < ByteCount; ++byte) {
+        if (m_units[byte] != Replacement || m_converter->isLeadByte(static_cast<unsigned char>(byte)))
+            continue;
+        m_units[byte] = static_cast<char16_t>(byte <= LastControl ? byte : PrivateUse | byte);
+        m_values[m_units[byte]] = static_cast<quint16>(byte);
+    }
+}
+
 QByteArray CodePage::toBytes(QStringView text) const
 {
-    if (m_singleByte) {
-        QByteArray bytes(text.size(), Qt::Uninitialized);
-        char *out = bytes.data();
-        for (const QChar unit : text)
-            *out++ = m_toByte.at(unit.unicode());
-        return bytes;
-    }
-    UErrorCode error = U_ZERO_ERROR;
-    ucnv_reset(m_converter->handle);
-    const auto length = static_cast<int32_t>(text.size());
-    const int capacity = UCNV_GET_MAX_BYTES_FOR_STRING(length, ucnv_getMaxCharSize(m_converter->handle));
-    QByteArray bytes(capacity, Qt::Uninitialized);
-    const int written = ucnv_fromUChars(m_converter->handle, bytes.data(), capacity,
-                                        reinterpret_cast<const UChar *>(text.utf16()), length, &error);
-    bytes.resize(U_SUCCESS(error) ? written : 0);
+    if (m_units.empty())
+        return m_converter->toBytes(text);
+    if (!isSingleByte())
+        return doubleToBytes(text);
+    QByteArray bytes(text.size(), Qt::Uninitialized);
+    char *out = bytes.data();
+    for (const QChar unit : text)
+        *out++ = static_cast<char>(m_values[unit.unicode()]);
     return bytes;
 }
 
 QString CodePage::fromBytes(QByteArrayView bytes) const
 {
-    if (m_singleByte) {
-        QString text(bytes.size(), Qt::Uninitialized);
-        QChar *out = text.data();
-        for (const char byte : bytes)
-            *out++ = m_fromByte[static_cast<unsigned char>(byte)];
-        return text;
-    }
-    UErrorCode error = U_ZERO_ERROR;
-    ucnv_reset(m_converter->handle);
-    const auto capacity = static_cast<int32_t>(bytes.size() * 2 + 2);
-    QString text(capacity, Qt::Uninitialized);
-    const int written = ucnv_toUChars(m_converter->handle, reinterpret_cast<UChar *>(text.data()), capacity,
-                                      bytes.data(), static_cast<int32_t>(bytes.size()), &error);
-    text.resize(U_SUCCESS(error) ? written : 0);
+    if (m_units.empty())
+        return m_converter->fromBytes(bytes);
+    if (!isSingleByte())
+        return doubleFromBytes(bytes);
+    QString text(bytes.size(), Qt::Uninitialized);
+    QChar *out = text.data();
+    for (const char byte : bytes)
+        *out++ = m_units[static_cast<unsigned char>(byte)];
     return text;
 }
 
-qint16 CodePage::ansiValue(QChar character) const
+QByteArray CodePage::doubleToBytes(QStringView text) const
 {
-    const QByteArray bytes = toBytes(QStringView(&character, 1));
-    if (bytes.size() == 1)
-        return static_cast<qint16>(static_cast<unsigned char>(bytes[0]));
-    if (bytes.size() == 2)
-        return static_cast<qint16>((static_cast<unsigned char>(bytes[0]) << 8)
-                                   | static_cast<unsigned char>(bytes[1]));
-    return u'?';
+    QByteArray bytes(text.size() * 2, Qt::Uninitialized);
+    char *out = bytes.data();
+    for (const QChar unit : text) {
+        const quint16 value = m_values[unit.unicode()];
+        if (value >= ByteCount)
+            *out++ = static_cast<char>(value >> 8U);
+        *out++ = static_cast<char>(value & 0xFFU);
+    }
+    bytes.truncate(out - bytes.constData());
+    return bytes;
+}
+
+QString CodePage::doubleFromBytes(QByteArrayView bytes) const
+{
+    QString text(bytes.size(), Qt::Uninitialized);
+    QChar *out = text.data();
+    for (qsizetype at = 0; at < bytes.size(); ++at) {
+        const auto lead = static_cast<unsigned char>(bytes[at]);
+        char16_t unit = m_units[lead];
+        if (unit == Replacement && at + 1 < bytes.size()) {
+            const auto trail = static_cast<unsigned char>(bytes[at + 1]);
+            unit = m_units[static_cast<std::size_t>(lead << 8U | trail)];
+            // A broken pair must not swallow the mark or line end that follows it.
+            if (unit != Replacement || !isAscii(trail))
+                ++at;
+        }
+        *out++ = unit;
+    }
+    text.truncate(out - text.constData());
+    return text;
 }
 
 QChar CodePage::fromAnsiValue(qint16 value) const
 {
+    const auto code = static_cast<quint16>(value);
     QByteArray bytes;
-    if (value < 0 || value > 255)
-        bytes.append(static_cast<char>((value >> 8) & 0xFF));
-    bytes.append(static_cast<char>(value & 0xFF));
+    if (code >= ByteCount)
+        bytes.append(static_cast<char>(code >> 8U));
+    bytes.append(static_cast<char>(code & 0xFFU));
     const QString text = fromBytes(bytes);
     return text.isEmpty() ? QChar(u'?') : text[0];
 }

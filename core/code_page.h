@@ -4,14 +4,18 @@
 #include <QByteArray>
 #include <QString>
 
-#include <array>
 #include <memory>
+#include <vector>
 
 namespace sondrel {
 
-/// One code page by its number (1252, 936, 65001, 1200, ...): bytes to text and back. Single-byte pages map
-/// all 256 bytes both ways (bytes without a character of their own stand for the control character of the
-/// same value); characters that the page lacks become "?".
+class IcuConverter;
+
+/// One code page by its number (1252, 936, 65001, 1200, ...): bytes to text and back. Characters that the
+/// page lacks become "?". Single-byte pages map all 256 bytes both ways: a byte without a character of its
+/// own stands for the control character of the same value (80 to 9F), else for one of private use.
+/// Double-byte pages take every 16-bit unit on its own; bytes that mean nothing become U+FFFD. One thread
+/// uses a page.
 class CodePage
 {
 public:
@@ -26,26 +30,31 @@ public:
     CodePage &operator=(const CodePage &) = delete;
 
     int number() const { return m_number; }
-    bool isSingleByte() const { return m_singleByte; }
+    bool isSingleByte() const;
 
     QByteArray toBytes(QStringView text) const;
     QString fromBytes(QByteArrayView bytes) const;
 
     /// The code of one character as a signed 16-bit integer: 0 to 255 for one byte, lead byte high for two
     /// bytes (so negative), the value of "?" for a character that the page lacks or holds in more bytes.
-    qint16 ansiValue(QChar character) const;
+    qint16 ansiValue(QChar character) const { return static_cast<qint16>(m_values[character.unicode()]); }
     /// The character of an ansiValue.
     QChar fromAnsiValue(qint16 value) const;
 
 private:
-    struct Converter;
-    CodePage(int number, std::unique_ptr<Converter> converter);
+    CodePage(int number, std::unique_ptr<IcuConverter> converter);
+
+    void readBytes();
+    void readPairs();
+    void readValues();
+    void addFreeBytes();
+    QByteArray doubleToBytes(QStringView text) const;
+    QString doubleFromBytes(QByteArrayView bytes) const;
 
     int m_number;
-    bool m_singleByte = false;
-    std::array<char16_t, 256> m_fromByte{};
-    std::unique_ptr<Converter> m_converter;
-    QByteArray m_toByte; // 65536 entries for single-byte pages
+    std::unique_ptr<IcuConverter> m_converter;
+    std::vector<quint16> m_values; // by unit
+    std::vector<char16_t> m_units; // by value; 256 of single-byte pages, 65536 of double-byte ones
 };
 
 } // namespace sondrel
