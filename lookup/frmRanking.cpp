@@ -15,9 +15,6 @@ constexpr int CancelInterval = 800;
 
 enum ErrorCode : int { NoError = 0, TimedOut = 10200, InvalidConnections = 10300 };
 
-// What is done with a transfer that has ended.
-enum SlotStatus : qint16 { Running = -1, UnloadWhenClosed = 0, WasCancelled = 1 };
-
 } // namespace
 
 struct frmRanking::Slot
@@ -26,7 +23,7 @@ struct frmRanking::Slot
     QString SubmitMethod;
     QByteArray Data;
     QString PostData;
-    qint16 Status = Running;
+    SlotStatus Status = SlotStatus::Running;
     std::unique_ptr<HttpControl> Http1;
     std::unique_ptr<ClockTimer> TmrConnect;
     std::unique_ptr<ClockTimer> tmrHttpTimeout;
@@ -88,7 +85,7 @@ void frmRanking::resetSocket1(int index)
     Slot &slot = slotAt(index);
     slot.Data.clear();
     slot.PostData.clear();
-    slot.Status = Running;
+    slot.Status = SlotStatus::Running;
 }
 
 void frmRanking::Connect(int index, const QString &url, const QString &method, const QString &postData)
@@ -128,10 +125,10 @@ void frmRanking::onState(int index)
     slot.tmrHttpTimeout->setEnabled(false);
     m_app.desktop.resetPointer();
     slot.Data = slot.Http1->Body();
-    if (slot.Status == UnloadWhenClosed) {
+    if (slot.Status == SlotStatus::UnloadWhenClosed) {
         if (close())
             Q_EMIT Unloaded();
-    } else if (slot.Status != WasCancelled) {
+    } else if (slot.Status != SlotStatus::Cancelled) {
         const QByteArray data = slot.Data; // the handler may start the slot anew, or destroy it
         Q_EMIT Completed(index, NoError, data);
     }
@@ -167,7 +164,7 @@ void frmRanking::Disconnect()
             Slot &slot = *m_slots[i];
             if (slot.Http1->State() == HttpControl::Closed)
                 continue;
-            slot.Status = WasCancelled;
+            slot.Status = SlotStatus::Cancelled;
             slot.Http1->Abort();
             if (alive)
                 m_app.desktop.runPendingEvents();
@@ -193,7 +190,7 @@ bool frmRanking::close()
     for (const auto &slot : m_slots) {
         if (!slot->Http1->Busy())
             continue;
-        slot->Status = UnloadWhenClosed; // first: the end may be told from inside Abort
+        slot->Status = SlotStatus::UnloadWhenClosed; // first: the end may be told from inside Abort
         slot->Http1->Abort();
         return false;
     }

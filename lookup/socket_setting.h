@@ -30,6 +30,9 @@ struct SocketSetting
     void applyProxy(HttpControl &control) const;
 };
 
+/// What is done with a transfer that has ended.
+enum class SlotStatus : qint16 { Running = -1, UnloadWhenClosed = 0, Cancelled = 1 };
+
 /// What goes out as the User-Agent.
 QString userAgent(ApplicationContext &app);
 
