@@ -1,0 +1,123 @@
+#!/usr/bin/env python3
+"""Runs the demo as a person would; SONDREL_PROBE names the probe."""
+import os
+import re
+import signal
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent.parent
+sys.path.insert(0, str(ROOT))
+
+from demo import project, run, sites  # noqa: E402
+from tests.e2e import expected  # noqa: E402
+
+ENGINE = expected.Definition(project.ENGINE, per_page=10, paged=True)
+
+
+def processes_with(text):
+    """Command lines of all processes that name the text."""
+    found = []
+    for file in Path("/proc").glob("[0-9]*/cmdline"):
+        try:
+            line = file.read_bytes().replace(b"\0", b" ").decode("utf-8", "replace")
+        except OSError:
+            continue  # it has just ended
+        if text in line:
+            found.append(line)
+    return found
+
+
+class Demo(unittest.TestCase):
+    maxDiff = None
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory(prefix="sondrel-demo-")
+        self.addCleanup(folder.cleanup)
+        self.folder = Path(folder.name).resolve()
+
+    def start(self, **members):
+        command = [sys.executable, "-m", "demo.run", "--probe", os.environ["SONDREL_PROBE"], "--folder",
+                   str(self.folder)]
+        return subprocess.Popen(command, cwd=ROOT, env=dict(os.environ, PYTHONIOENCODING="utf-8"),
+                                stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                encoding="utf-8", **members)
+
+    def run_demo(self):
+        with self.start() as process:
+            output, errors = process.communicate(timeout=300)
+        self.assertEqual((process.returncode, errors), (0, ""), output)
+        return output
+
+    def table(self, output):
+        """keyword: cells of its line"""
+        lines = output.splitlines()
+        rule = next(number for number, line in enumerate(lines) if re.fullmatch("-+(  -+)+", line))
+        spans = [match.span() for match in re.finditer("-+", lines[rule])]
+        rows = [[line[start:end].strip() for start, end in spans] for line in lines[rule + 1:rule + 1 + len(
+            project.KEYWORDS)]]
+        return {row[0]: row[1:] for row in rows}
+
+    def engine_positions(self):
+        """keyword: (position, page, count, addresses at all positions) by the engine's own order"""
+        order = expected.Order(self.folder / "engine")
+        shops = sites.plan()
+        tracked = [shops[number].host for number in run.OWN + run.COMPETITORS]
+        result = {}
+        for keyword in project.KEYWORDS:
+            count, urls = order.ask(keyword, any_word=False)
+            first, *further = expected.rows(keyword, count, expected.walk(urls, ENGINE, project.LINKS), tracked, "")
+            result[keyword] = (first["CurPos"], first["Page"], first["Count"], first["URL"],
+                               ", ".join(row["CurPos"] for row in further))
+        return result
+
+    def test_shows_positions_and_then_changes(self):
+        first = self.table(self.run_demo())
+        wanted = self.engine_positions()
+        self.assertEqual(self.without_changes(first), wanted)
+        second = self.table(self.run_demo())
+        self.assertEqual(self.without_changes(second), self.engine_positions())
+        self.assertEqual({keyword: cells[2] for keyword, cells in second.items()},
+                         {keyword: self.change(first[keyword][0], second[keyword][0]) for keyword in first})
+        self.assertEqual({re.sub(r"[^\w+-]|\d", "", cells[2]) for cells in second.values()},
+                         {"+", "-", "", "+new", "-lost", "notfound"})
+        self.assertEqual(processes_with(str(self.folder)), [])
+
+    @staticmethod
+    def without_changes(table):
+        return {keyword: (position, page, count, url, further)
+                for keyword, (position, page, _, count, further, _, url) in table.items()}
+
+    @staticmethod
+    def change(before, now):
+        if not now:
+            return f"\N{DOWNWARDS ARROW} -{before} lost" if before else "not found"
+        if not before:
+            return f"\N{UPWARDS ARROW} {now}+ new"
+        rise = int(before) - int(now)
+        return f"\N{UPWARDS ARROW} +{rise}" if rise > 0 else f"\N{DOWNWARDS ARROW} {rise}" if rise else "= 0"
+
+    def test_stops_what_it_started_when_interrupted(self):
+        for number, status in ((signal.SIGINT, 130), (signal.SIGTERM, 143)):
+            with self.subTest(number), self.start(start_new_session=True) as process:
+                self.assertIn("Looking up", process.stdout.readline())
+                os.killpg(process.pid, number)
+                process.communicate(timeout=60)
+                self.assertEqual(process.returncode, status)
+                self.assertEqual(processes_with(str(self.folder)), [])
+
+    def test_refuses_a_folder_in_use(self):
+        with self.start(start_new_session=True) as process:
+            self.assertIn("Looking up", process.stdout.readline())
+            with self.start() as second:
+                _, errors = second.communicate(timeout=60)
+            os.killpg(process.pid, signal.SIGKILL)
+            process.communicate(timeout=60)
+        self.assertEqual((second.returncode, errors), (1, f"script/run: another run uses {self.folder}\n"))
+
+
+if __name__ == "__main__":
+    unittest.main()
