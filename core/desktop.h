@@ -23,7 +23,22 @@ struct MessageBox
 /// How an opened document's window is to come up.
 enum class ShowMode { Normal = 1, Maximised = 3, Show = 5 };
 
-/// The door to the desktop: message boxes, wait cursor, beep, opening of documents and addresses.
+enum class FilePick { Open, Save };
+
+/// What a file picker asks for.
+struct FileQuestion
+{
+    FilePick kind = FilePick::Open;
+    /// Pairs of a name and patterns: "Text Files (*.txt)|*.txt|All Files (*.*)|*.*".
+    QString filter;
+    QString folder; // where it starts
+    QString name;   // to start with, for saving
+    int filterIndex = 1; // of the pair in use, counted from 1; handed back
+
+    bool operator==(const FileQuestion &) const = default;
+};
+
+/// The door to the desktop: message boxes, file pickers, wait cursor, beep, opening of documents and addresses.
 class Desktop
 {
 public:
@@ -31,6 +46,8 @@ public:
 
     /// Shows the box and waits for the answer.
     virtual MessageAnswer showMessage(const MessageBox &box) = 0;
+    /// Asks for a file, in the system's spelling; empty when the person gave up.
+    virtual QString pickFile(FileQuestion &question) = 0;
     /// Wait cursors nest: it shows from the first beginWait to the matching endWait.
     virtual void beginWait() = 0;
     virtual void endWait() = 0;

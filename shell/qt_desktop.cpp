@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QUrl>
@@ -27,6 +28,21 @@ QMessageBox::Icon qtIcon(MessageIcon icon)
     return QMessageBox::NoIcon;
 }
 
+// "Text Files (*.txt)|*.txt|..." to "Text Files (*.txt)", ...: the toolkit reads the patterns from the name.
+QStringList qtFilters(const QString &pairs)
+{
+    const QStringList parts = pairs.split(u'|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const QString patterns = QString(parts[i + 1]).replace(u';', u' ').replace(QStringLiteral("*.*"),
+                                                                                    QStringLiteral("*"));
+        const qsizetype bracket = parts[i].indexOf(u'(');
+        const QString name = bracket < 0 ? parts[i] : parts[i].first(bracket).trimmed();
+        filters.append(name + QStringLiteral(" (") + patterns + u')');
+    }
+    return filters;
+}
+
 } // namespace
 
 MessageAnswer QtDesktop::showMessage(const MessageBox &box)
@@ -41,6 +57,28 @@ MessageAnswer QtDesktop::showMessage(const MessageBox &box)
     if (!asks)
         return MessageAnswer::Ok;
     return answer == QMessageBox::Yes ? MessageAnswer::Yes : MessageAnswer::No;
+}
+
+QString QtDesktop::pickFile(FileQuestion &question)
+{
+    QFileDialog dialog(QApplication::activeWindow());
+    dialog.setObjectName(QStringLiteral("fileDialog"));
+    dialog.setDirectory(question.folder);
+    const QStringList filters = qtFilters(question.filter);
+    dialog.setNameFilters(filters);
+    if (question.filterIndex >= 1 && question.filterIndex <= filters.size())
+        dialog.selectNameFilter(filters[question.filterIndex - 1]);
+    const bool saves = question.kind == FilePick::Save;
+    dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    if (saves) {
+        dialog.selectFile(question.name);
+        dialog.setDefaultSuffix(QStringLiteral("txt"));
+    }
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    question.filterIndex = static_cast<int>(filters.indexOf(dialog.selectedNameFilter())) + 1;
+    return dialog.selectedFiles().first();
 }
 
 void QtDesktop::beginWait()

@@ -1,7 +1,8 @@
 #include "tests/doors/memory_settings.h"
 
 #include "core/failure.h"
-#include "core/text_fold.h"
+
+#include <QScopeGuard>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -16,29 +17,49 @@ void MemorySettings::check() const
 bool MemorySettings::hasKey(const QString &path) const
 {
     check();
-    return m_keys.contains(folded(path));
+    return m_tree.hasKey(path);
 }
 
 void MemorySettings::createKey(const QString &path)
 {
     check();
-    m_keys[folded(path)];
+    if (m_tree.createKey(path))
+        changed();
 }
 
 std::optional<QVariant> MemorySettings::value(const QString &path, const QString &name) const
 {
     check();
-    const auto key = m_keys.constFind(folded(path));
-    if (key == m_keys.constEnd() || !key->contains(folded(name)))
-        return std::nullopt;
-    return key->value(folded(name));
+    return m_tree.value(path, name);
 }
 
 void MemorySettings::setValue(const QString &path, const QString &name, const QVariant &value)
 {
     check();
     written.append(name);
-    m_keys[folded(path)].insert(folded(name), value);
+    if (m_tree.setValue(path, name, value))
+        changed();
+}
+
+void MemorySettings::storeTogether(const std::function<void()> &changes)
+{
+    ++m_together;
+    const auto store = qScopeGuard([this] {
+        if (--m_together == 0 && m_unstored) {
+            m_unstored = false;
+            ++stores;
+        }
+    });
+    changes();
+}
+
+void MemorySettings::changed()
+{
+    ++m_revision;
+    if (m_together == 0)
+        ++stores;
+    else
+        m_unstored = true;
 }
 
 } // namespace sondrel

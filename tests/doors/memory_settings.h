@@ -2,8 +2,9 @@
 #pragma once
 
 #include "core/settings_store.h"
+#include "core/settings_tree.h"
 
-#include <QHash>
+#include <QStringList>
 
 namespace sondrel {
 
@@ -14,16 +15,24 @@ public:
     bool broken = false;
     /// Names in the order in which they were written.
     QStringList written;
+    /// How often changes reached the disk, had there been one.
+    int stores = 0;
 
     bool hasKey(const QString &path) const override;
     void createKey(const QString &path) override;
     std::optional<QVariant> value(const QString &path, const QString &name) const override;
     void setValue(const QString &path, const QString &name, const QVariant &value) override;
+    void storeTogether(const std::function<void()> &changes) override;
+    quint64 revision() const override { return m_revision; }
 
 private:
     void check() const;
+    void changed();
 
-    QHash<QString, QHash<QString, QVariant>> m_keys;
+    SettingsTree m_tree;
+    quint64 m_revision = 0;
+    int m_together = 0;
+    bool m_unstored = false;
 };
 
 } // namespace sondrel

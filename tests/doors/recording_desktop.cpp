@@ -18,6 +18,16 @@ MessageAnswer RecordingDesktop::showMessage(const MessageBox &box)
     return next;
 }
 
+QString RecordingDesktop::pickFile(FileQuestion &question)
+{
+    questions.push_back(question);
+    if (files.empty())
+        return {};
+    const QString file = files.front();
+    files.erase(files.begin());
+    return file;
+}
+
 void RecordingDesktop::beginWait()
 {
     ++waits;

@@ -32,7 +32,12 @@ public:
     /// What happens while pending events run.
     std::function<void()> onPendingEvents;
 
+    /// File questions so far, and the answers to the next ones; none left gives up.
+    std::vector<FileQuestion> questions;
+    std::vector<QString> files;
+
     MessageAnswer showMessage(const MessageBox &box) override;
+    QString pickFile(FileQuestion &question) override;
     void beginWait() override;
     void endWait() override;
     void resetPointer() override;
