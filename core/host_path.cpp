@@ -1,20 +1,22 @@
 #include "core/host_path.h"
 
 #include "core/failure.h"
+#include "core/native_file.h"
 #include "core/text_fold.h"
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QSaveFile>
-#include <QTemporaryFile>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
-#include <cstring>
+#include <climits>
+#include <system_error>
+#include <tuple>
 #include <utility>
 
 using namespace Qt::Literals::StringLiterals;
@@ -25,26 +27,56 @@ namespace {
 
 constexpr qsizetype LongestName = 255; // bytes, the limit of Linux file systems
 
-qint64 folderTime(const QString &folder)
-{
-    struct stat info = {};
-    if (::stat(QFile::encodeName(folder).constData(), &info) != 0)
-        return -1;
-    return static_cast<qint64>(info.st_mtim.tv_sec) * 1'000'000'000 + info.st_mtim.tv_nsec;
-}
-
-bool exists(const QString &path)
-{
-    struct stat info = {};
-    return ::lstat(QFile::encodeName(path).constData(), &info) == 0;
-}
-
 [[noreturn]] void fail(const QString &what, const QString &path, const QString &why)
 {
     throw Failure(what + u" \""_s + path + u"\": "_s + why);
 }
 
+[[noreturn]] void failWithSystemError(const QString &what, const QString &path)
+{
+    fail(what, path, QString::fromStdString(std::generic_category().message(errno)));
+}
+
+// Takes back the bytes that could be added before a write failed. Where that fails too they stay: the write
+// is reported anyway.
+void dropTail(const NativeFile &file, qsizetype count)
+{
+    struct stat info = {};
+    if (count > 0 && ::fstat(file.descriptor(), &info) == 0)
+        std::ignore = ::ftruncate(file.descriptor(), info.st_size - count);
+}
+
+std::optional<struct stat> statusOfFound(const std::optional<QString> &native)
+{
+    return native ? statusOf(*native) : std::nullopt;
+}
+
 } // namespace
+
+struct HostPath::Place
+{
+    QString root; // empty for a path outside the roots
+    QStringList names;
+};
+
+struct HostPath::Entry
+{
+    QString folder;
+    QString name;
+    mode_t mode = 0; // 0 when it is not there
+
+    QString path() const { return folder + u'/' + name; }
+    bool isThere() const { return mode != 0; }
+    bool isFile() const { return S_ISREG(mode); }
+    bool isFolder() const { return S_ISDIR(mode); }
+    bool isLink() const { return S_ISLNK(mode); }
+    static Entry of(const QString &native)
+    {
+        const qsizetype cut = native.lastIndexOf(u'/');
+        return {cut < 0 ? u"."_s : native.first(cut), native.sliced(cut + 1), modeOf(native)};
+    }
+    QString kind() const { return isFolder() ? u"it is a folder"_s : u"it is not a file"_s; }
+};
 
 HostPath::HostPath(QStringList roots) : m_roots(std::move(roots))
 {
@@ -61,7 +93,8 @@ bool HostPath::isFileName(const QString &name)
         if (unit == u'/' || unit == u'\\' || unit < u' ' || unit == QChar(0x7F))
             return false;
     }
-    return QFile::encodeName(name).size() <= LongestName;
+    // A unit has at most three bytes.
+    return name.size() <= LongestName / 3 || QFile::encodeName(name).size() <= LongestName;
 }
 
 QString HostPath::compose(const QString &root, std::initializer_list<QString> components)
@@ -76,217 +109,277 @@ QString HostPath::compose(const QString &root, std::initializer_list<QString> co
     return path;
 }
 
-const HostPath::FolderIndex &HostPath::indexOf(const QString &folder) const
+// Nothing when a component cannot be a file name.
+std::optional<HostPath::Place> HostPath::divide(const QString &path) const
 {
-    FolderIndex &index = m_index[folder];
-    const qint64 changed = folderTime(folder);
-    if (index.changed != changed) {
-        index.changed = changed;
-        index.names.clear();
-        const auto names = QDir(folder).entryList(
-            QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
-        for (const QString &name : names) {
-            const QString key = folded(name);
-            if (!index.names.contains(key))
-                index.names.insert(key, name);
+    for (const QString &root : m_roots) {
+        if (path.size() <= root.size() || path[root.size()] != u'\\' || !path.startsWith(root))
+            continue;
+        Place place{root, {}};
+        for (const QStringView name :
+             QStringView(path).sliced(root.size() + 1).split(u'\\', Qt::SkipEmptyParts)) {
+            place.names.append(name.toString());
+            if (!isFileName(place.names.constLast()))
+                return std::nullopt;
         }
+        return place;
     }
-    return index;
+    if (path.isEmpty() || path.contains(QChar(u'\0')))
+        return std::nullopt;
+    return Place{};
+}
+
+HostPath::Entry HostPath::entry(const QString &folder, const QString &name) const
+{
+    Entry result{folder, name, modeOf(folder + u'/' + name)};
+    if (result.isThere())
+        return result;
+    if (const auto spelling = m_index.spelling(folder, name)) {
+        result.name = *spelling;
+        result.mode = modeOf(result.path());
+    }
+    return result;
 }
 
 std::optional<QString> HostPath::find(const QString &path) const
 {
-    QString result;
-    QStringView rest;
-    for (const QString &root : m_roots) {
-        if (path.startsWith(root) && path.size() > root.size() && path[root.size()] == u'\\') {
-            result = root;
-            rest = QStringView(path).sliced(root.size() + 1);
-            break;
-        }
-    }
-    if (result.isEmpty())
+    const auto place = divide(path);
+    if (!place)
+        return std::nullopt;
+    if (place->root.isEmpty())
         return path;
-    bool missing = false;
-    for (const QStringView component : rest.split(u'\\')) {
-        const QString name = component.toString();
-        if (name.isEmpty())
-            continue; // a doubled or closing separator
-        if (!isFileName(name))
-            return std::nullopt;
-        const QString spelled = result + u'/' + name;
-        if (!missing && !exists(spelled)) {
-            const FolderIndex &index = indexOf(result);
-            const auto it = index.names.constFind(folded(name));
-            if (it != index.names.constEnd()) {
-                result += u'/' + it.value();
-                continue;
-            }
-            missing = true;
-        }
-        result = spelled;
+    QString result = place->root + u'/' + place->names.join(u'/');
+    if (modeOf(result) != 0)
+        return result;
+    result = place->root;
+    for (const QString &name : place->names) {
+        const Entry next = entry(result, name);
+        // A folder has one index, by whichever of its spellings it is reached.
+        const Entry beside = next.isLink() ? sibling(next) : next;
+        result = beside.isFolder() ? beside.path() : next.path();
     }
+    return result;
+}
+
+bool HostPath::isInside(const QString &canonical) const
+{
+    return std::any_of(m_roots.begin(), m_roots.end(), [&](const QString &root) {
+        const auto canonicalRoot = canonicalPath(root);
+        return canonicalRoot && canonical.startsWith(*canonicalRoot + u'/');
+    });
+}
+
+// The file that a link of the program's own stands for; without a name when the link is of another kind.
+HostPath::Entry HostPath::sibling(const Entry &link)
+{
+    std::array<char, PATH_MAX> text;
+    const auto length = ::readlink(QFile::encodeName(link.path()).constData(), text.data(), text.size());
+    const QString name = QFile::decodeName(QByteArray(text.data(), std::max<qsizetype>(length, 0)));
+    if (!isFileName(name))
+        return {};
+    const QString path = link.folder + u'/' + name;
+    const mode_t mode = modeOf(path);
+    return S_ISLNK(mode) ? Entry{} : Entry{link.folder, name, mode};
+}
+
+// What a link of any kind stands for, when that lies below a root.
+HostPath::Entry HostPath::followed(const Entry &link) const
+{
+    const auto target = canonicalPath(link.path());
+    if (!target)
+        failWithSystemError(u"Cannot follow the link"_s, link.path());
+    if (!isInside(*target))
+        fail(u"Cannot write through the link"_s, link.path(), u"it leads out of the program's folders"_s);
+    return Entry::of(*target);
+}
+
+// A folder to write in, or to be made.
+HostPath::Entry HostPath::folderEntry(const QString &folder, const QString &name) const
+{
+    Entry result = entry(folder, name);
+    if (!result.isLink())
+        return result;
+    Entry beside = sibling(result);
+    return beside.name.isEmpty() ? followed(result) : beside;
+}
+
+// The name to change under a path. It is a link only where the link itself is meant: a second spelling stands
+// for its file, the name that a browser makes of another file's does not.
+HostPath::Entry HostPath::target(const QString &path) const
+{
+    const auto place = divide(path);
+    if (!place)
+        fail(u"Cannot write"_s, path, u"it cannot be the name of a file"_s);
+    if (place->root.isEmpty()) // picked by the user: links lead where they lead
+        return Entry::of(canonicalPath(path).value_or(path));
+    if (place->names.isEmpty())
+        fail(u"Cannot write"_s, path, u"it is a folder"_s);
+    QString folder = place->root;
+    for (qsizetype i = 0; i < place->names.size() - 1; ++i)
+        folder = folderEntry(folder, place->names[i]).path();
+    const Entry result = entry(folder, place->names.constLast());
+    const Entry beside = result.isLink() ? sibling(result) : result;
+    return equalsIgnoringCase(beside.name, result.name) ? beside : result;
+}
+
+// As target, for bytes: a link that somebody else made is followed.
+HostPath::Entry HostPath::fileToWrite(const QString &path) const
+{
+    Entry result = target(path);
+    if (result.isLink() && sibling(result).name.isEmpty())
+        result = followed(result);
+    if (result.isThere() && !result.isFile() && !result.isLink())
+        fail(u"Cannot write"_s, result.path(), result.kind());
     return result;
 }
 
 bool HostPath::fileExists(const QString &path) const
 {
-    const auto native = find(path);
-    return native && QFileInfo(*native).isFile();
+    const auto status = statusOfFound(find(path));
+    return status && S_ISREG(status->st_mode);
 }
 
 bool HostPath::folderExists(const QString &path) const
 {
-    const auto native = find(path);
-    return native && QFileInfo(*native).isDir();
+    const auto status = statusOfFound(find(path));
+    return status && S_ISDIR(status->st_mode);
 }
 
 qint64 HostPath::size(const QString &path) const
 {
-    const auto native = find(path);
-    if (!native)
-        return -1;
-    const QFileInfo info(*native);
-    return info.isFile() ? info.size() : -1;
+    const auto status = statusOfFound(find(path));
+    return status && S_ISREG(status->st_mode) ? status->st_size : -1;
 }
 
 QByteArray HostPath::readAll(const QString &path) const
 {
+    const QString what = u"Cannot read"_s;
     const auto native = find(path);
     if (!native)
-        fail(u"Cannot read"_s, path, u"not a file name"_s);
-    QFile file(*native);
-    if (!file.open(QIODevice::ReadOnly))
-        fail(u"Cannot read"_s, *native, file.errorString());
-    QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        fail(u"Cannot read"_s, *native, file.errorString());
-    return bytes;
+        fail(what, path, u"it cannot be the name of a file"_s);
+    // Not blocking, should a pipe stand in the file's place.
+    const NativeFile file(*native, O_RDONLY | O_NONBLOCK);
+    struct stat info = {};
+    if (!file.isOpen() || ::fstat(file.descriptor(), &info) != 0)
+        failWithSystemError(what, *native);
+    if (!S_ISREG(info.st_mode))
+        fail(what, *native, Entry{{}, {}, info.st_mode}.kind());
+    auto bytes = file.readAll();
+    if (!bytes)
+        failWithSystemError(what, *native);
+    return *std::move(bytes);
 }
 
-QString HostPath::nativeForWriting(const QString &path) const
+void HostPath::replace(const QString &path, QByteArrayView bytes, bool flush)
 {
-    const auto native = find(path);
-    if (!native)
-        fail(u"Cannot write"_s, path, u"not a file name"_s);
-    return *native;
+    const QString what = u"Cannot write"_s;
+    const Entry file = fileToWrite(path);
+    // The folder's permission alone decides over a rename; a file that is not to be written stays.
+    if (file.isFile() && ::access(QFile::encodeName(file.path()).constData(), W_OK) != 0)
+        failWithSystemError(what, file.path());
+    FolderIndex::OwnChange change(m_index, file.folder);
+    TemporaryFile copy(file.folder);
+    if (!copy.isOpen() || copy.file().write(bytes) != bytes.size() ||
+        (file.isFile() && ::fchmod(copy.file().descriptor(), file.mode & 07777) != 0) ||
+        (flush && ::fsync(copy.file().descriptor()) != 0) || !copy.moveTo(file.path()))
+        failWithSystemError(what, file.path());
+    change.added(file.name);
 }
-
-// Remembers a write of our own in the folder's index, so that it need not be read anew; only if nobody else
-// has changed the folder meanwhile.
-class HostPath::OwnChange
-{
-public:
-    OwnChange(HostPath &files, const QString &native)
-        : m_files(files), m_folder(QFileInfo(native).path()), m_name(QFileInfo(native).fileName())
-    {
-        const auto it = m_files.m_index.constFind(m_folder);
-        m_current = it != m_files.m_index.constEnd() && it->changed == folderTime(m_folder);
-    }
-    ~OwnChange()
-    {
-        if (!m_current)
-            return;
-        FolderIndex &index = m_files.m_index[m_folder];
-        index.changed = folderTime(m_folder);
-        const QString key = folded(m_name);
-        if (exists(m_folder + u'/' + m_name)) {
-            if (!index.names.contains(key))
-                index.names.insert(key, m_name);
-        } else if (index.names.value(key) == m_name) {
-            index.changed = -1; // another spelling may stand behind the removed one
-        }
-    }
-    OwnChange(const OwnChange &) = delete;
-    OwnChange &operator=(const OwnChange &) = delete;
-
-private:
-    HostPath &m_files;
-    QString m_folder;
-    QString m_name;
-    bool m_current = false;
-};
 
 void HostPath::writeAll(const QString &path, QByteArrayView bytes)
 {
-    const QString native = nativeForWriting(path);
-    const OwnChange change(*this, native);
-    QSaveFile file(native);
-    if (!file.open(QIODevice::WriteOnly))
-        fail(u"Cannot write"_s, native, file.errorString());
-    file.write(bytes.data(), bytes.size());
-    if (!file.commit())
-        fail(u"Cannot write"_s, native, file.errorString());
+    replace(path, bytes, true);
 }
 
 void HostPath::writeUnflushed(const QString &path, QByteArrayView bytes)
 {
-    const QString native = nativeForWriting(path);
-    const OwnChange change(*this, native);
-    // A fixed short name: the page's own name may already have the longest length there is.
-    QTemporaryFile file(QFileInfo(native).path() + u"/.page-XXXXXX"_s);
-    if (!file.open())
-        fail(u"Cannot write"_s, native, file.errorString());
-    if (file.write(bytes.data(), bytes.size()) != bytes.size() || !file.flush())
-        fail(u"Cannot write"_s, native, file.errorString());
-    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup
-                        | QFileDevice::ReadOther);
-    if (::rename(QFile::encodeName(file.fileName()).constData(), QFile::encodeName(native).constData()) != 0)
-        fail(u"Cannot write"_s, native, QString::fromLocal8Bit(std::strerror(errno)));
-    file.setAutoRemove(false);
+    replace(path, bytes, false);
 }
 
 void HostPath::append(const QString &path, QByteArrayView bytes)
 {
-    const QString native = nativeForWriting(path);
-    const OwnChange change(*this, native);
-    QFile file(native);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered))
-        fail(u"Cannot write"_s, native, file.errorString());
-    if (file.write(bytes.data(), bytes.size()) != bytes.size())
-        fail(u"Cannot write"_s, native, file.errorString());
+    const QString what = u"Cannot write"_s;
+    const Entry file = fileToWrite(path);
+    std::optional<FolderIndex::OwnChange> change;
+    if (!file.isFile())
+        change.emplace(m_index, file.folder);
+    if (file.isLink() && ::unlink(QFile::encodeName(file.path()).constData()) != 0)
+        failWithSystemError(what, file.path());
+    NativeFile handle(file.path(), O_WRONLY | O_APPEND | (file.isFile() ? 0 : O_CREAT));
+    if (!handle.isOpen())
+        failWithSystemError(what, file.path());
+    if (change)
+        change->added(file.name);
+    const qsizetype done = handle.write(bytes);
+    if (done == bytes.size() && handle.close())
+        return;
+    const int error = errno;
+    dropTail(handle, done);
+    errno = error;
+    failWithSystemError(what, file.path());
 }
 
 void HostPath::remove(const QString &path)
 {
-    const QString native = nativeForWriting(path);
-    if (!exists(native))
+    const QString what = u"Cannot remove"_s;
+    const Entry file = target(path);
+    if (!file.isThere())
         return;
-    const OwnChange change(*this, native);
-    QFile file(native);
-    if (QFileInfo(native).isDir() || !file.remove())
-        fail(u"Cannot remove"_s, native,
-             QFileInfo(native).isDir() ? u"it is a folder"_s : file.errorString());
+    if (file.isFolder())
+        fail(what, file.path(), file.kind());
+    FolderIndex::OwnChange change(m_index, file.folder);
+    if (::unlink(QFile::encodeName(file.path()).constData()) != 0)
+        failWithSystemError(what, file.path());
+    change.removed(file.name);
 }
 
 void HostPath::makeFolder(const QString &path)
 {
-    const QString native = nativeForWriting(path);
-    if (QFileInfo(native).isDir())
+    const QString what = u"Cannot make the folder"_s;
+    if (folderExists(path))
         return;
-    const OwnChange change(*this, native);
-    if (!QDir().mkpath(native))
-        fail(u"Cannot make the folder"_s, native,
-             exists(native) ? u"a file is in its place"_s : QString::fromLocal8Bit(std::strerror(errno)));
+    const auto place = divide(path);
+    if (!place)
+        fail(what, path, u"it cannot be the name of a file"_s);
+    if (place->names.isEmpty()) {
+        const QString native = place->root.isEmpty() ? path : place->root;
+        if (!QDir().mkpath(native))
+            failWithSystemError(what, native);
+        return;
+    }
+    QString folder = place->root;
+    for (const QString &name : place->names) {
+        const Entry next = folderEntry(folder, name);
+        if (next.isThere() && !next.isFolder())
+            fail(what, next.path(), u"a file is in its place"_s);
+        if (!next.isThere()) {
+            FolderIndex::OwnChange change(m_index, next.folder);
+            if (::mkdir(QFile::encodeName(next.path()).constData(), 0777) != 0)
+                failWithSystemError(what, next.path());
+            change.added(next.name);
+        }
+        folder = next.path();
+    }
 }
 
 void HostPath::linkBeside(const QString &target, const QString &linkName)
 {
     if (!isFileName(linkName))
         return;
-    const QString native = nativeForWriting(target);
-    const QFileInfo info(native);
-    const QString link = info.path() + u'/' + linkName;
-    if (link == native)
+    const Entry file = this->target(target);
+    const Entry link{file.folder, linkName, modeOf(file.folder + u'/' + linkName)};
+    if (linkName == file.name || (link.isThere() && !link.isLink()) ||
+        (link.isLink() && sibling(link).name == file.name))
         return;
-    const OwnChange change(*this, link);
-    const QFileInfo old(link);
-    if (old.isSymLink())
-        QFile::remove(link);
-    else if (old.exists())
-        return;
-    if (::symlink(QFile::encodeName(info.fileName()).constData(), QFile::encodeName(link).constData()) != 0)
-        fail(u"Cannot make the link"_s, link, QString::fromLocal8Bit(std::strerror(errno)));
+    const QString what = u"Cannot make the link"_s;
+    const QByteArray native = QFile::encodeName(link.path());
+    FolderIndex::OwnChange change(m_index, link.folder);
+    if (link.isLink() && ::unlink(native.constData()) != 0)
+        failWithSystemError(what, link.path());
+    if (::symlink(QFile::encodeName(file.name).constData(), native.constData()) == 0)
+        change.added(linkName);
+    else if (errno != EPERM && errno != EOPNOTSUPP && errno != ENOSYS) // what file systems without links say
+        failWithSystemError(what, link.path());
 }
 
 } // namespace sondrel

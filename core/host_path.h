@@ -1,8 +1,9 @@
 // Marovia Sondrel - positions of web sites in search engine results
 #pragma once
 
+#include "core/folder_index.h"
+
 #include <QByteArray>
-#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -16,14 +17,15 @@ namespace sondrel {
 /// as one picked by the user, is taken as the system spells it.
 ///
 /// An index per folder answers look-ups that miss; the program's own writes update it, a changed folder time
-/// renews it.
+/// renews it. Symbolic links are followed; only a write below a root goes through none that leads out of the
+/// roots.
 class HostPath
 {
 public:
     explicit HostPath(QStringList roots);
 
     /// root + "\" + components. Throws Failure when a component cannot be a file name: it is empty, "." or
-    /// "..", holds "/", "\" or a control character, or has more than 255 bytes.
+    /// "..", holds "/", "\" or a control character of ASCII, or has more than 255 bytes.
     static QString compose(const QString &root, std::initializer_list<QString> components);
     /// True when the text can be the name of a file or folder.
     static bool isFileName(const QString &name);
@@ -43,30 +45,35 @@ public:
     void writeAll(const QString &path, QByteArrayView bytes);
     /// As writeAll, for files that can be fetched again: renamed into place, not flushed to the disk first.
     void writeUnflushed(const QString &path, QByteArrayView bytes);
-    /// Adds to the end of the file, which is made when missing. Throws Failure.
+    /// Adds to the end of the file, which is made when missing. Throws Failure and leaves the file as it was
+    /// when not all could be added.
     void append(const QString &path, QByteArrayView bytes);
     /// Removes the file when there is one; throws Failure when it cannot be removed.
     void remove(const QString &path);
     /// Makes the folder and its parents below the root. Throws Failure.
     void makeFolder(const QString &path);
-    /// Makes a relative symbolic link beside the target, replacing an older link but never a file. Does nothing
-    /// when the link's name cannot be a file name.
+    /// Makes a relative symbolic link beside the target, replacing an older link but never a file. Does
+    /// nothing when the link's name cannot be a file name, or the file system has no links. A write to the
+    /// name of such a link goes to its target where the two names differ in case only, and replaces the link
+    /// otherwise.
     void linkBeside(const QString &target, const QString &linkName);
 
 private:
-    struct FolderIndex
-    {
-        qint64 changed = -1; // folder time in ns
-        QHash<QString, QString> names; // folded name to name on disk
-    };
+    struct Place; // a path divided into root and components
+    struct Entry; // one name in a folder, as it stands on disk
 
-    class OwnChange;
-
-    const FolderIndex &indexOf(const QString &folder) const;
-    QString nativeForWriting(const QString &path) const;
+    std::optional<Place> divide(const QString &path) const;
+    Entry entry(const QString &folder, const QString &name) const;
+    Entry folderEntry(const QString &folder, const QString &name) const;
+    static Entry sibling(const Entry &link);
+    Entry followed(const Entry &link) const;
+    bool isInside(const QString &canonical) const;
+    Entry target(const QString &path) const;
+    Entry fileToWrite(const QString &path) const;
+    void replace(const QString &path, QByteArrayView bytes, bool flush);
 
     QStringList m_roots;
-    mutable QHash<QString, FolderIndex> m_index;
+    mutable FolderIndex m_index;
 };
 
 } // namespace sondrel

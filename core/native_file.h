@@ -1,0 +1,67 @@
+// Marovia Sondrel - positions of web sites in search engine results
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <sys/stat.h>
+
+#include <optional>
+
+// The system's files by their native paths. What fails leaves its reason in errno.
+
+namespace sondrel {
+
+/// Kind and permissions of what stands at a path, a link being itself; 0 when nothing does.
+mode_t modeOf(const QString &path);
+
+/// What stands at a path, links followed; nothing when nothing does.
+std::optional<struct stat> statusOf(const QString &path);
+
+/// The path with all links followed; nothing when it leads nowhere.
+std::optional<QString> canonicalPath(const QString &path);
+
+/// An open file, closed with this object.
+class NativeFile
+{
+public:
+    NativeFile(const QString &path, int flags);
+    ~NativeFile() { close(); }
+    NativeFile(const NativeFile &) = delete;
+    NativeFile &operator=(const NativeFile &) = delete;
+
+    bool isOpen() const { return m_descriptor >= 0; }
+    int descriptor() const { return m_descriptor; }
+    /// The bytes to the end of the file; nothing when it fails.
+    std::optional<QByteArray> readAll() const;
+    /// How many bytes could be written; fewer than all when it failed.
+    qsizetype write(QByteArrayView bytes) const;
+    /// False when the system tells only now that a write has failed.
+    bool close();
+
+private:
+    int m_descriptor;
+};
+
+/// A new file under a name of its own, gone with this object unless it has been moved to its place. The name
+/// is short: that of the file which it becomes may already have the longest length there is.
+class TemporaryFile
+{
+public:
+    explicit TemporaryFile(const QString &folder);
+    ~TemporaryFile();
+    TemporaryFile(const TemporaryFile &) = delete;
+    TemporaryFile &operator=(const TemporaryFile &) = delete;
+
+    bool isOpen() const { return m_file->isOpen(); }
+    const NativeFile &file() const { return *m_file; }
+    /// Closes it and replaces what stands at the path.
+    bool moveTo(const QString &path);
+
+private:
+    QString m_path;
+    std::optional<NativeFile> m_file;
+    bool m_there = false;
+};
+
+} // namespace sondrel
