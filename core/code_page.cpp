@@ -4,6 +4,7 @@
 
 #include <array>
 #include <map>
+#include <numeric>
 
 namespace sondrel {
 
@@ -12,14 +13,10 @@ namespace {
 constexpr std::size_t UnitCount = 0x10000;
 constexpr unsigned ByteCount = 256;
 constexpr unsigned FirstTrailByte = 0x40; // of any double-byte page, but for the four-byte forms of GB18030
+constexpr unsigned LastAscii = 0x7F;
 constexpr unsigned LastControl = 0x9F;
 constexpr char16_t PrivateUse = 0xF700;
 constexpr char16_t Replacement = 0xFFFD;
-
-bool isAscii(char16_t unit)
-{
-    return unit < 0x80;
-}
 
 } // namespace
 
@@ -35,14 +32,13 @@ CodePage::CodePage(int number, std::unique_ptr<IcuConverter> converter)
         m_units.assign(UnitCount, Replacement);
         readBytes();
         readPairs();
-        readValues();
         break;
     case IcuConverter::Form::Stateless:
-        readValues();
+        for (std::size_t unit = 0; unit < UnitCount; ++unit)
+            m_values[unit] = m_converter->codeOf(static_cast<char16_t>(unit));
         break;
     case IcuConverter::Form::Stateful:
-        for (char16_t unit = 0; isAscii(unit); ++unit)
-            m_values[unit] = unit;
+        std::iota(m_values.begin(), m_values.begin() + LastAscii + 1, 0);
         break;
     }
     addFreeBytes();
@@ -76,16 +72,21 @@ void CodePage::readBytes()
 {
     for (unsigned byte = 0; byte < ByteCount; ++byte) {
         const char source = static_cast<char>(byte);
-        const QString text = m_converter->fromBytes(QByteArrayView(&source, 1));
-        if (text.size() != 1 || text[0] == QChar(Replacement))
-            continue;
-        m_units[byte] = text[0].unicode();
-        if (m_values[m_units[byte]] == u'?')
+        m_units[byte] = m_converter->unitOf(QByteArrayView(&source, 1));
+    }
+    // ICU's tables of some pages exchange control characters among themselves.
+    for (unsigned byte = 0; m_units['A'] == u'A' && byte <= LastAscii; ++byte) {
+        if (byte < ' ' || byte == LastAscii)
+            m_units[byte] = static_cast<char16_t>(byte);
+    }
+    for (unsigned byte = ByteCount; byte-- > 0;) {
+        if (m_units[byte] != Replacement)
             m_values[m_units[byte]] = static_cast<quint16>(byte);
     }
 }
 
-// The characters of two bytes.
+// The characters of two bytes, and their codes; of several codes of a character the converter knows the usual
+// one.
 void CodePage::readPairs()
 {
     for (unsigned lead = 0; lead < ByteCount; ++lead) {
@@ -93,25 +94,11 @@ void CodePage::readPairs()
             continue;
         for (unsigned trail = FirstTrailByte; trail < ByteCount; ++trail) {
             const std::array pair{static_cast<char>(lead), static_cast<char>(trail)};
-            const QString text = m_converter->fromBytes(QByteArrayView(pair.data(), 2));
-            if (text.size() == 1)
-                m_units[lead << 8U | trail] = text[0].unicode();
+            const char16_t unit = m_converter->unitOf(QByteArrayView(pair.data(), 2));
+            m_units[lead << 8U | trail] = unit;
+            if (unit != Replacement)
+                m_values[unit] = m_converter->codeOf(unit);
         }
-    }
-}
-
-// The codes of all units, asked one by one: of several codes of a character the converter knows the usual
-// one.
-void CodePage::readValues()
-{
-    for (std::size_t unit = 0; unit < UnitCount; ++unit) {
-        const QChar character(static_cast<char16_t>(unit));
-        const QByteArray bytes = m_converter->toBytes(QStringView(&character, 1));
-        if (bytes.size() == 1)
-            m_values[unit] = static_cast<unsigned char>(bytes[0]);
-        else if (bytes.size() == 2)
-            m_values[unit] = static_cast<quint16>(static_cast<unsigned char>(bytes[0]) << 8U |
-                                                  static_cast<unsigned char>(bytes[1]));
     }
 }
 
@@ -178,7 +165,7 @@ QString CodePage::doubleFromBytes(QByteArrayView bytes) const
             const auto trail = static_cast<unsigned char>(bytes[at + 1]);
             unit = m_units[static_cast<std::size_t>(lead << 8U | trail)];
             // A broken pair must not swallow the mark or line end that follows it.
-            if (unit != Replacement || !isAscii(trail))
+            if (unit != Replacement || trail > LastAscii)
                 ++at;
         }
         *out++ = unit;

@@ -46,7 +46,6 @@ private:
 
     void readBytes();
     void readPairs();
-    void readValues();
     void addFreeBytes();
     QByteArray doubleToBytes(QStringView text) const;
     QString doubleFromBytes(QByteArrayView bytes) const;

@@ -16,6 +16,7 @@ constexpr int LastOemNumber = 1199;
 constexpr int FirstIsoNumber = 28591;
 constexpr int LastIsoNumber = 28605;
 constexpr std::size_t ChunkSize = 8192;
+constexpr char16_t Replacement = 0xFFFD;
 
 // ICU knows Windows pages as "windows-" and their number; these have names of their own.
 const std::map<int, std::string> &ownNames()
@@ -70,7 +71,7 @@ void writeReplacement(const void * /*context*/, UConverterToUnicodeArgs *args, c
 {
     if (reason > UCNV_IRREGULAR)
         return;
-    static const UChar replacement = 0xFFFD;
+    static const UChar replacement = Replacement;
     *error = U_ZERO_ERROR;
     ucnv_cbToUWriteUChars(args, &replacement, 1, 0, error);
 }
@@ -121,6 +122,28 @@ bool IcuConverter::isLeadByte(unsigned char byte) const
     UErrorCode error = U_ZERO_ERROR;
     ucnv_getStarters(m_handle, starters.data(), &error);
     return U_SUCCESS(error) && starters[byte];
+}
+
+char16_t IcuConverter::unitOf(QByteArrayView bytes) const
+{
+    std::array<UChar, 8> units{};
+    UErrorCode error = U_ZERO_ERROR;
+    const int length = ucnv_toUChars(m_handle, units.data(), static_cast<int>(units.size()), bytes.data(),
+                                     static_cast<int>(bytes.size()), &error);
+    return U_SUCCESS(error) && length == 1 ? units[0] : Replacement;
+}
+
+quint16 IcuConverter::codeOf(char16_t unit) const
+{
+    const UChar source = unit;
+    std::array<char, 16> bytes{};
+    UErrorCode error = U_ZERO_ERROR;
+    const int length =
+        ucnv_fromUChars(m_handle, bytes.data(), static_cast<int>(bytes.size()), &source, 1, &error);
+    if (U_FAILURE(error) || length < 1 || length > 2)
+        return u'?';
+    const auto first = static_cast<unsigned char>(bytes[0]);
+    return length == 1 ? first : static_cast<quint16>(first << 8U | static_cast<unsigned char>(bytes[1]));
 }
 
 QByteArray IcuConverter::toBytes(QStringView text) const

@@ -30,6 +30,10 @@ public:
 
     Form form() const { return m_form; }
     bool isLeadByte(unsigned char byte) const;
+    /// The unit that one or two bytes stand for; U+FFFD when they stand for none, or for more.
+    char16_t unitOf(QByteArrayView bytes) const;
+    /// The one or two bytes of a unit, the first one high; "?" when there are none, or more.
+    quint16 codeOf(char16_t unit) const;
 
     QByteArray toBytes(QStringView text) const;
     QString fromBytes(QByteArrayView bytes) const;
