@@ -1,9 +1,12 @@
-# sondrel_add_test(<name> SOURCES <file>... [LIBRARIES <target>...])
-# Adds one GoogleTest executable as the CTest <folder>.<unit>; it links libraries and recompiles none of their sources.
+# sondrel_add_test(<folder>.<unit> SOURCES <file>... [LIBRARIES <target>...] [TIMEOUT <seconds>])
+#
+# Adds one GoogleTest executable as the CTest <folder>.<unit>; it links libraries and recompiles none of their
+# sources. Test classes with Q_OBJECT belong in a test support library: executables are built without moc.
 function(sondrel_add_test name)
     cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LIBRARIES" ${ARGN})
     string(REPLACE "." "_" target "test_${name}")
     add_executable(${target} ${arg_SOURCES})
+    set_target_properties(${target} PROPERTIES AUTOMOC OFF)
     target_link_libraries(${target} PRIVATE sondrel_test_support ${arg_LIBRARIES})
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 120)
