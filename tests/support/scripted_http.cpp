@@ -16,6 +16,8 @@ public:
     explicit ScriptedPool(ScriptedHttp &owner) : m_owner(owner) {}
     std::unique_ptr<HttpControl> createControl() override
     {
+        if (!m_owner.failControl.isEmpty())
+            throw Failure(m_owner.failControl);
         return std::make_unique<ScriptedHttp::Control>(m_owner);
     }
 
@@ -96,6 +98,8 @@ void ScriptedHttp::Control::Abort()
 {
     if (state == Closed)
         return;
+    if (!m_owner.failAbort.isEmpty())
+        throw Failure(m_owner.failAbort);
     if (hangsOnAbort)
         state = Closing;
     else

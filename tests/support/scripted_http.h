@@ -35,6 +35,9 @@ public:
     std::function<QByteArray(const Request &)> autoAnswer;
     /// When set, Get and Post throw Failure with this text.
     QString failStart;
+    /// When set, making a control, or Abort, throws Failure with this text.
+    QString failControl;
+    QString failAbort;
 
     std::unique_ptr<HttpPool> createPool() override;
 
