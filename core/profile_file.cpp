@@ -1,0 +1,350 @@
+#include "core/profile_file.h"
+
+#include "core/existing_file.h"
+#include "core/text_fold.h"
+
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace sondrel {
+
+namespace {
+
+constexpr qsizetype LongestValue = 559;   // characters
+constexpr qsizetype LongestCharacter = 4; // bytes
+constexpr int Utf8 = 65001;
+constexpr QByteArrayView ByteOrderMark("\xEF\xBB\xBF");
+
+bool isBlank(char byte)
+{
+    return byte == ' ' || byte == '\t';
+}
+
+bool isLineEnd(char byte)
+{
+    return byte == '\r' || byte == '\n';
+}
+
+QByteArrayView trimmed(QByteArrayView text)
+{
+    while (!text.isEmpty() && isBlank(text.front()))
+        text = text.sliced(1);
+    while (!text.isEmpty() && isBlank(text.back()))
+        text.chop(1);
+    return text;
+}
+
+QByteArrayView withoutQuotes(QByteArrayView value)
+{
+    const bool quoted =
+        value.size() >= 2 && value.front() == value.back() && (value.front() == '"' || value.front() == '\'');
+    return quoted ? value.sliced(1, value.size() - 2) : value;
+}
+
+// The text between "[" and the last "]", so that a name may hold brackets itself.
+std::optional<QByteArrayView> sectionName(QByteArrayView content)
+{
+    if (content.isEmpty() || content.front() != '[')
+        return std::nullopt;
+    const qsizetype close = content.lastIndexOf(']');
+    if (close < 0)
+        return std::nullopt;
+    return trimmed(content.sliced(1, close - 1));
+}
+
+// The number that a name spells in its shortest form, else 0.
+qint64 wholeNumber(QByteArrayView name)
+{
+    constexpr qsizetype MostDigits = 18;
+    if (name.isEmpty() || name.size() > MostDigits || name.front() == '0')
+        return 0;
+    qint64 number = 0;
+    for (const char digit : name) {
+        if (digit < '0' || digit > '9')
+            return 0;
+        number = number * 10 + (digit - '0');
+    }
+    return number;
+}
+
+} // namespace
+
+ProfileFile::ProfileFile(const CodePage &codePage) : ProfileFile(codePage, QByteArrayView()) {}
+
+ProfileFile::ProfileFile(const CodePage &codePage, QByteArrayView bytes)
+    : m_codePage(&codePage), m_bytes(bytes.toByteArray())
+{
+    if (m_bytes.startsWith(ByteOrderMark)) {
+        m_start = ByteOrderMark.size();
+        m_codePage = CodePage::find(Utf8).get(); // known pages live as long as the program
+    }
+    for (int byte = 0; byte < 256; ++byte) {
+        const char single = static_cast<char>(byte);
+        const QString text = m_codePage->isSingleByte() ? m_codePage->fromBytes(QByteArrayView(&single, 1))
+                                                        : QString(QChar(byte));
+        m_foldedByte[static_cast<std::size_t>(byte)] = foldCase(text[0].unicode());
+    }
+    parse();
+}
+
+ProfileFile ProfileFile::load(ApplicationContext &app, const QString &path)
+{
+    return ProfileFile(app.codePage(), readIfThere(app.files, path).value_or(QByteArray()));
+}
+
+void ProfileFile::parse()
+{
+    m_sections.emplace_back();
+    const qsizetype size = m_bytes.size();
+    qsizetype lineFeed = -1;
+    for (qsizetype begin = m_start; begin < size;) {
+        const qsizetype end = endOfLine(begin, lineFeed);
+        addLine(begin, end);
+        begin = end;
+    }
+}
+
+// Behind the line's end: CR LF, LF, or CR alone. lineFeed remembers the next LF, so that none is sought
+// twice.
+qsizetype ProfileFile::endOfLine(qsizetype begin, qsizetype &lineFeed) const
+{
+    if (lineFeed < begin) {
+        lineFeed = m_bytes.indexOf('\n', begin);
+        if (lineFeed < 0)
+            lineFeed = m_bytes.size();
+    }
+    const qsizetype carriageReturn = QByteArrayView(m_bytes).sliced(begin, lineFeed - begin).indexOf('\r');
+    if (carriageReturn >= 0 && begin + carriageReturn + 1 < lineFeed)
+        return begin + carriageReturn + 1;
+    return std::min(lineFeed + 1, m_bytes.size());
+}
+
+void ProfileFile::addLine(qsizetype begin, qsizetype end)
+{
+    Line line{begin, -1, end};
+    const QByteArrayView content = contentOf(line);
+    if (begin == m_start && begin + content.size() < end)
+        m_lineEnd = m_bytes.sliced(begin + content.size(), end - begin - content.size());
+    const QByteArrayView text = trimmed(content);
+    if (const auto name = sectionName(text)) {
+        addSection(line, *name);
+        return;
+    }
+    if (!text.isEmpty() && text.front() != ';') {
+        if (const qsizetype equals = content.indexOf('='); equals >= 0)
+            line.equals = begin + equals;
+    }
+    Section &section = m_sections.back();
+    section.lines.push_back(line);
+    if (line.equals >= 0 && m_sections.size() > 1) // no section, no key
+        indexKey(static_cast<int>(m_sections.size()) - 1, static_cast<int>(section.lines.size()) - 1);
+}
+
+void ProfileFile::addSection(Line header, QByteArrayView name)
+{
+    const FoldedName key = folded(name);
+    const QString text(reinterpret_cast<const QChar *>(key.constData()), key.size());
+    if (!m_sectionByName.contains(text))
+        m_sectionByName.insert(text, static_cast<int>(m_sections.size()));
+    m_sections.push_back({header, {}});
+}
+
+// The line without its end.
+QByteArrayView ProfileFile::contentOf(const Line &line) const
+{
+    QByteArrayView content = QByteArrayView(m_bytes).sliced(line.begin, line.end - line.begin);
+    if (content.endsWith('\n'))
+        content.chop(1);
+    if (content.endsWith('\r'))
+        content.chop(1);
+    return content;
+}
+
+QByteArrayView ProfileFile::nameOf(const Line &line) const
+{
+    return trimmed(QByteArrayView(m_bytes).sliced(line.begin, line.equals - line.begin));
+}
+
+QByteArrayView ProfileFile::valueOf(const Line &line) const
+{
+    return trimmed(contentOf(line).sliced(line.equals + 1 - line.begin));
+}
+
+ProfileFile::FoldedName ProfileFile::folded(QByteArrayView name) const
+{
+    FoldedName result;
+    const bool byByte = m_codePage->isSingleByte() ||
+                        std::all_of(name.begin(), name.end(), [](char byte) { return (byte & 0x80) == 0; });
+    if (byByte) {
+        result.resize(name.size());
+        std::transform(name.begin(), name.end(), result.begin(),
+                       [this](char byte) { return m_foldedByte[static_cast<unsigned char>(byte)]; });
+        return result;
+    }
+    const QString text = m_codePage->fromBytes(name);
+    result.resize(text.size());
+    std::transform(text.begin(), text.end(), result.begin(),
+                   [](QChar unit) { return foldCase(unit.unicode()); });
+    return result;
+}
+
+// The bytes of a text on one line of the file.
+QByteArray ProfileFile::toBytes(const QString &text) const
+{
+    QByteArray bytes = m_codePage->toBytes(text);
+    bytes.replace("\r\n", " ");
+    std::replace_if(
+        bytes.begin(), bytes.end(), [](char byte) { return isLineEnd(byte) || byte == '\0'; }, ' ');
+    return bytes;
+}
+
+int ProfileFile::findSection(const FoldedName &name) const
+{
+    return m_sectionByName.value(
+        QString::fromRawData(reinterpret_cast<const QChar *>(name.constData()), name.size()), -1);
+}
+
+std::size_t ProfileFile::hashOf(int section, const FoldedName &name) const
+{
+    return qHashBits(name.constData(), static_cast<std::size_t>(name.size()) * sizeof(char16_t),
+                     qHash(section, QHashSeed::globalSeed()));
+}
+
+int ProfileFile::findKey(int section, const FoldedName &name) const
+{
+    for (int at = m_keyByHash.value(hashOf(section, name), -1); at >= 0;) {
+        const Key &key = m_keys[static_cast<std::size_t>(at)];
+        if (key.section == section) {
+            const auto &lines = m_sections[static_cast<std::size_t>(section)].lines;
+            if (folded(nameOf(lines[static_cast<std::size_t>(key.line)])) == name)
+                return key.line;
+        }
+        at = key.next;
+    }
+    return -1;
+}
+
+void ProfileFile::indexKey(int section, int line)
+{
+    const auto &lines = m_sections[static_cast<std::size_t>(section)].lines;
+    const FoldedName name = folded(nameOf(lines[static_cast<std::size_t>(line)]));
+    if (findKey(section, name) >= 0)
+        return; // the first of two equal keys wins
+    const std::size_t hash = hashOf(section, name);
+    m_keys.push_back({section, line, m_keyByHash.value(hash, -1)});
+    m_keyByHash.insert(hash, static_cast<int>(m_keys.size()) - 1);
+}
+
+QString ProfileFile::read(const QString &section, const QString &key) const
+{
+    const int inSection = findSection(folded(trimmed(toBytes(section))));
+    if (inSection < 0)
+        return {};
+    const int line = findKey(inSection, folded(trimmed(toBytes(key))));
+    if (line < 0)
+        return {};
+    const auto &lines = m_sections[static_cast<std::size_t>(inSection)].lines;
+    QByteArrayView value = withoutQuotes(valueOf(lines[static_cast<std::size_t>(line)]));
+    if (const qsizetype end = value.indexOf('\0'); end >= 0)
+        value.truncate(end);
+    // No more bytes than the longest value can have are worth decoding.
+    value.truncate(std::min(value.size(), LongestValue * LongestCharacter));
+    const QString text = m_codePage->fromBytes(value);
+    return trimBlanksRight(QStringView(text).first(std::min(text.size(), LongestValue))).toString();
+}
+
+std::vector<qint64> ProfileFile::numberedKeys(const QString &section, double last) const
+{
+    std::vector<qint64> numbers;
+    const int inSection = findSection(folded(trimmed(toBytes(section))));
+    if (inSection < 0)
+        return numbers;
+    for (const Line &line : m_sections[static_cast<std::size_t>(inSection)].lines) {
+        const qint64 number = line.equals < 0 ? 0 : wholeNumber(nameOf(line));
+        if (number > 0 && static_cast<double>(number) <= last)
+            numbers.push_back(number);
+    }
+    std::sort(numbers.begin(), numbers.end());
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+    return numbers;
+}
+
+// Puts a line behind all others in memory; where it stands in the file is told by who holds it.
+ProfileFile::Line ProfileFile::appended(const QByteArray &text)
+{
+    const qsizetype begin = m_bytes.size();
+    m_bytes += text;
+    return {begin, -1, m_bytes.size()};
+}
+
+// The file's last line may have no end; one that gets a successor needs it.
+void ProfileFile::closeLine(Line &line)
+{
+    if (line.end == line.begin || isLineEnd(m_bytes[line.end - 1]))
+        return;
+    const qsizetype equals = line.equals < 0 ? -1 : line.equals - line.begin;
+    line = appended(m_bytes.sliced(line.begin, line.end - line.begin) + m_lineEnd);
+    if (equals >= 0)
+        line.equals = line.begin + equals;
+}
+
+void ProfileFile::write(const QString &section, const QString &key, const QString &value)
+{
+    const QByteArray sectionBytes = trimmed(toBytes(section)).toByteArray();
+    const QByteArray keyBytes = trimmed(toBytes(key)).toByteArray();
+    const QByteArray valueBytes = toBytes(value);
+    int inSection = findSection(folded(sectionBytes));
+    if (inSection < 0) {
+        Section &last = m_sections.back();
+        closeLine(last.lines.empty() ? last.header : last.lines.back());
+        inSection = static_cast<int>(m_sections.size());
+        addSection(appended('[' + sectionBytes + ']' + m_lineEnd), sectionBytes);
+    }
+    Section &place = m_sections[static_cast<std::size_t>(inSection)];
+    if (const int at = findKey(inSection, folded(keyBytes)); at >= 0) {
+        Line &line = place.lines[static_cast<std::size_t>(at)];
+        const QByteArrayView content = contentOf(line);
+        qsizetype head = line.equals + 1 - line.begin;
+        while (head < content.size() && isBlank(content[head]))
+            ++head;
+        const QByteArray text =
+            content.first(head).toByteArray() + valueBytes +
+            m_bytes.sliced(line.begin + content.size(), line.end - line.begin - content.size());
+        const qsizetype equals = line.equals - line.begin;
+        line = appended(text);
+        line.equals = line.begin + equals;
+        return;
+    }
+    // Blank lines between this section and the next stay between them.
+    auto after = place.lines.end();
+    while (after != place.lines.begin() && trimmed(contentOf(*(after - 1))).isEmpty())
+        --after;
+    closeLine(after == place.lines.begin() ? place.header : *(after - 1));
+    Line line = appended(keyBytes + '=' + valueBytes + m_lineEnd);
+    line.equals = line.begin + keyBytes.size();
+    const auto added = place.lines.insert(after, line);
+    indexKey(inSection, static_cast<int>(added - place.lines.begin()));
+}
+
+QByteArray ProfileFile::bytes() const
+{
+    QByteArray result = m_bytes.first(m_start);
+    result.reserve(m_bytes.size());
+    const auto add = [&](const Line &line) {
+        result.append(m_bytes.constData() + line.begin, line.end - line.begin);
+    };
+    for (const Section &section : m_sections) {
+        add(section.header);
+        std::for_each(section.lines.begin(), section.lines.end(), add);
+    }
+    return result;
+}
+
+void ProfileFile::save(ApplicationContext &app, const QString &path) const
+{
+    app.files.writeAll(path, bytes());
+}
+
+} // namespace sondrel
