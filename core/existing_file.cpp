@@ -2,9 +2,14 @@
 
 namespace sondrel {
 
+bool isThere(const HostPath &files, const QString &path)
+{
+    return files.fileExists(path) || files.folderExists(path);
+}
+
 std::optional<QByteArray> readIfThere(const HostPath &files, const QString &path)
 {
-    if (!files.fileExists(path) && !files.folderExists(path))
+    if (!isThere(files, path))
         return std::nullopt;
     return files.readAll(path);
 }

@@ -5,14 +5,13 @@
 #include "core/collection.h"
 
 #include <QHash>
+#include <QSet>
 
 #include <functional>
 #include <optional>
 #include <vector>
 
 namespace sondrel {
-
-class ProfileFile;
 
 /// One row of the catalogue: an engine in one market, with the templates and delimiters of its section.
 struct EngineRow
@@ -61,15 +60,21 @@ struct EngineRow
     QString endKeywordSection;
 };
 
-/// The engine catalogue: the definitions of all search engines, from the shared engine data file and the user's
-/// Engines.dat. Rows count from 1. A getter throws Failure for an index outside the table.
+/// The engine catalogue: the definitions of all search engines, from the shared engine data file and the
+/// user's Engines.dat. Rows count from 1. A getter throws Failure for an index outside the table.
 class clsEngine
 {
 public:
     explicit clsEngine(ApplicationContext &app) : m_app(app) {}
 
-    /// Loads both files anew. False when the shared one is missing (which a message tells) or holds no engine.
+    /// Loads both files anew. False when the shared one is missing (which a message tells) or holds no
+    /// engine.
     bool loadEngineData();
+    /// Whether the last loadEngineData succeeded; a catalogue that did not load says nothing about what an
+    /// engine is.
+    bool isLoaded() const { return m_loaded; }
+    /// Why the last loadEngineData failed; empty when it succeeded or a message has told.
+    const QString &loadError() const { return m_loadError; }
     /// Told before the message about a missing file comes up, so that a splash window can go.
     std::function<void()> beforeMissingMessage;
 
@@ -120,11 +125,17 @@ public:
     QString GetNextPage4(qint16 index) const { return row(index).NextPage4; }
 
 private:
-    void LoadEngineFile(const QString &path);
+    void LoadEngineFile(const QByteArray &bytes);
+    void addRow(EngineRow row);
+    const EngineRow *firstOf(const QString &name) const;
 
     ApplicationContext &m_app;
     std::vector<EngineRow> m_rows;
+    QHash<QString, qint16> m_firstByName; // folded names
+    QSet<QString> m_marketNames;          // folded market, NUL, folded name
     qint16 m_defaultEngineNum = 0;
+    bool m_loaded = false;
+    QString m_loadError;
 };
 
 } // namespace sondrel

@@ -11,6 +11,8 @@
 
 namespace sondrel {
 
+class clsEngine;
+class ProfileFile;
 
 /// One project and its settings file Projects\<Name>\<Name>.dat. Dates that were never set are the zero date,
 /// December 30 1899.
@@ -20,7 +22,7 @@ public:
     explicit clsAccount(ApplicationContext &app) : m_app(app) {}
 
     qint32 ReportFormat = 0; // 0 text, 1 HTML
-    qint32 Frequency = 0; // 0 weekly, 1 fortnight, 2 monthly, 3 quarterly
+    qint32 Frequency = 0;    // 0 weekly, 1 fortnight, 2 monthly, 3 quarterly
     QString Name;
     bool SchedulerEnable = false;
     QDate LastLookup = ZeroDate;
@@ -60,6 +62,19 @@ public:
     void SetNextLookupDate(QDate baseDate);
 
 private:
+    std::optional<QString> fileToRead() const;
+    QString fileToWrite() const;
+    const clsEngine &catalogue() const;
+
+    void readSchedule(ProfileFile &file);
+    std::optional<Collection<clsURL>> readURLs(const ProfileFile &file) const;
+    std::optional<Collection<QString>> readEngines(const ProfileFile &file) const;
+    void moveNextLookup(QDate baseDate);
+    void writeNextLookup(ProfileFile &file) const;
+    void writeSchedule(ProfileFile &file) const;
+    void writeURLs(ProfileFile &file) const;
+    void writeEngine(ProfileFile &file) const;
+
     ApplicationContext &m_app;
 };
 

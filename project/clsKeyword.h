@@ -5,8 +5,8 @@
 
 namespace sondrel {
 
-/// One search term, or a further hit of one (term + "(" + number + ")"), and what the last lookup found for it on
-/// one engine. Positions, pages, changes and counts are texts; an empty one is "no value".
+/// One search term, or a further hit of one (term + "(" + number + ")"), and what the last lookup found for
+/// it on one engine. Positions, pages, changes and counts are texts; an empty one is "no value".
 class clsKeyword
 {
 public:
@@ -16,7 +16,7 @@ public:
     QString Page;
     QString LastPosition;
     QString Change;
-    QString Count; // as the engine wrote it
+    QString Count;  // as the engine wrote it
     QString Status; // short date of the last lookup, or "Failed"
     QString URL;
 

@@ -5,10 +5,12 @@
 #include "core/collection.h"
 #include "project/clsKeyword.h"
 
+#include <QSet>
+
 namespace sondrel {
 
-/// The keywords of one project with their results on one engine, and the two files that hold them: Keywords.dat for
-/// the terms, shared by all engines, and one result file per engine.
+/// The keywords of one project with their results on one engine, and the two files that hold them:
+/// Keywords.dat for the terms, shared by all engines, and one result file per engine.
 class clsKeywords
 {
 public:
@@ -23,7 +25,8 @@ public:
     void RemoveAll();
     void Remove(qsizetype index);
     void Remove(const QString &key);
-    /// Adds a new row before the position, or at the end for -1. Errors, such as a duplicate key, are ignored.
+    /// Adds a new row before the position, or at the end for -1. Errors, such as a duplicate key, are
+    /// ignored.
     void Add(const QString &key, const QString &keywordText, qsizetype index);
     void AddKeyword(const clsKeyword &keyword, qsizetype index);
 
@@ -46,7 +49,15 @@ public:
     static QString resultFileName(const QString &engine);
 
 private:
+    QString projectFile(const QString &name) const;
+    QString resultFile() const;
+    std::optional<QByteArray> read(const QString &path);
+    void needRead(const QString &path) const;
+    void write(const QString &path, const QString &text);
+
     ApplicationContext &m_app;
+    // Files that are there and could not be read; saving over them would lose what they hold.
+    QSet<QString> m_unread;
 };
 
 } // namespace sondrel

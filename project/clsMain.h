@@ -21,6 +21,8 @@ public:
 private:
     ApplicationContext &m_app;
     QString m_file;
+    // False once the list could not be read: saving what is known of it would lose the rest.
+    bool m_loaded = true;
 };
 
 } // namespace sondrel
