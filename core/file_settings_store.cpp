@@ -1,10 +1,20 @@
 #include "core/file_settings_store.h"
 
 #include "core/failure.h"
-#include "core/text_fold.h"
+#include "core/settings_file.h"
 
+#include <QDir>
 #include <QFile>
-#include <QUrl>
+#include <QFileInfo>
+#include <QTemporaryFile>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -12,68 +22,146 @@ namespace sondrel {
 
 namespace {
 
-// Names ignore case, and QSettings gives "/" and "\" a meaning, so both are folded and escaped.
-QString escaped(const QString &name)
+constexpr mode_t OwnerOnly = 0600;
+
+QString lastSystemError()
 {
-    return QString::fromLatin1(QUrl::toPercentEncoding(folded(name), " ()", "/\\"));
+    return QString::fromLocal8Bit(std::strerror(errno));
 }
 
-QString groupOf(const QString &path)
+[[noreturn]] void fail(const QString &what, const QString &file, const QString &why)
 {
-    QStringList parts = path.split(u'\\', Qt::SkipEmptyParts);
-    for (QString &part : parts)
-        part = escaped(part);
-    return parts.join(u'/');
+    throw Failure(what + u" the settings file \""_s + file + u"\": "_s + why);
 }
 
-// Marks a key that holds no value yet.
-constexpr auto KeyMark = "@key"_L1;
+// A link is followed, so that the file it names is the one that is replaced.
+QString withoutLinks(const QString &file)
+{
+    const QString canonical = QFileInfo(file).canonicalFilePath();
+    return canonical.isEmpty() ? file : canonical;
+}
 
 } // namespace
 
-FileSettingsStore::FileSettingsStore(const QString &file) : m_settings(file, QSettings::IniFormat)
+FileSettingsStore::FileSettingsStore(QString file) : m_file(std::move(file)) {}
+
+FileSettingsStore::Stamp FileSettingsStore::stampOnDisk() const
 {
-    // A file that came from elsewhere may be open to others; it holds passwords.
-    if (QFile::exists(file))
-        QFile::setPermissions(file, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    struct stat info = {};
+    if (::stat(QFile::encodeName(m_file).constData(), &info) != 0) {
+        if (errno == ENOENT)
+            return {};
+        fail(u"Cannot read"_s, m_file, lastSystemError());
+    }
+    if (!S_ISREG(info.st_mode))
+        fail(u"Cannot read"_s, m_file, u"it is not a file"_s);
+    return {static_cast<quint64>(info.st_dev), static_cast<quint64>(info.st_ino),
+            static_cast<qint64>(info.st_size),
+            static_cast<qint64>(info.st_mtim.tv_sec) * 1'000'000'000 + info.st_mtim.tv_nsec};
 }
 
-void FileSettingsStore::check() const
+void FileSettingsStore::refresh() const
 {
-    if (m_settings.status() == QSettings::AccessError)
-        throw Failure(u"Cannot read or write the settings file \""_s + m_settings.fileName() + u'"');
-    if (m_settings.status() == QSettings::FormatError)
-        throw Failure(u"The settings file is damaged: \""_s + m_settings.fileName() + u'"');
+    if (m_unsaved)
+        return;
+    const Stamp stamp = stampOnDisk();
+    if (m_stamp == stamp)
+        return;
+    m_stamp.reset();
+    ++m_revision;
+    m_tree = stamp == Stamp() ? SettingsTree() : load();
+    m_stamp = stamp;
+}
+
+SettingsTree FileSettingsStore::load() const
+{
+    QFile file(m_file);
+    if (!file.open(QIODevice::ReadOnly))
+        fail(u"Cannot read"_s, m_file, file.errorString());
+    // It holds passwords, so one that came from elsewhere is closed to others.
+    ::fchmod(file.handle(), OwnerOnly);
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        fail(u"Cannot read"_s, m_file, file.errorString());
+    try {
+        return readSettings(bytes);
+    } catch (const Failure &failure) {
+        fail(u"Cannot read"_s, m_file, failure.text());
+    }
 }
 
 bool FileSettingsStore::hasKey(const QString &path) const
 {
-    m_settings.beginGroup(groupOf(path));
-    const bool any = !m_settings.allKeys().isEmpty();
-    m_settings.endGroup();
-    return any;
+    refresh();
+    return m_tree.hasKey(path);
 }
 
 void FileSettingsStore::createKey(const QString &path)
 {
-    m_settings.setValue(groupOf(path) + u'/' + KeyMark, 1);
-    m_settings.sync();
-    check();
+    refresh();
+    if (m_tree.createKey(path))
+        changed();
 }
 
 std::optional<QVariant> FileSettingsStore::value(const QString &path, const QString &name) const
 {
-    const QString key = groupOf(path) + u'/' + escaped(name);
-    if (!m_settings.contains(key))
-        return std::nullopt;
-    return m_settings.value(key);
+    refresh();
+    return m_tree.value(path, name);
 }
 
 void FileSettingsStore::setValue(const QString &path, const QString &name, const QVariant &value)
 {
-    m_settings.setValue(groupOf(path) + u'/' + escaped(name), value);
-    m_settings.sync();
-    check();
+    refresh();
+    if (m_tree.setValue(path, name, value))
+        changed();
+}
+
+void FileSettingsStore::storeTogether(const std::function<void()> &changes)
+{
+    const auto end = [this] {
+        if (--m_together == 0 && m_unsaved)
+            save();
+    };
+    ++m_together;
+    try {
+        changes();
+    } catch (...) {
+        end();
+        throw;
+    }
+    end();
+}
+
+void FileSettingsStore::changed()
+{
+    ++m_revision;
+    m_unsaved = true;
+    if (m_together == 0)
+        save();
+}
+
+void FileSettingsStore::save()
+{
+    m_unsaved = false; // what cannot be stored is given up: the file holds
+    m_stamp.reset();
+    const QString target = withoutLinks(m_file);
+    const QString folder = QFileInfo(target).path();
+    if (const QFileInfo old(target); old.exists() && !old.isWritable())
+        fail(u"Cannot write"_s, m_file, u"it is read-only"_s);
+    if (!QDir().mkpath(folder))
+        fail(u"Cannot write"_s, m_file, u"its folder cannot be made"_s);
+    QTemporaryFile file(folder + u"/.settings-XXXXXX"_s); // open to its owner alone from the start
+    if (!file.open())
+        fail(u"Cannot write"_s, m_file, file.errorString());
+    const QByteArray bytes = writeSettings(m_tree);
+    if (file.write(bytes) != bytes.size() || !file.flush())
+        fail(u"Cannot write"_s, m_file, file.errorString());
+    if (::fchmod(file.handle(), OwnerOnly) != 0 || ::fsync(file.handle()) != 0)
+        fail(u"Cannot write"_s, m_file, lastSystemError());
+    if (::rename(QFile::encodeName(file.fileName()).constData(), QFile::encodeName(target).constData()) != 0)
+        fail(u"Cannot write"_s, m_file, lastSystemError());
+    file.setAutoRemove(false);
+    m_stamp = stampOnDisk();
 }
 
 } // namespace sondrel

@@ -13,36 +13,53 @@ constexpr qsizetype LongestBytes = 4096;
 
 QString asText(ApplicationContext &app, const QVariant &value)
 {
-    if (value.typeId() == QMetaType::QByteArray)
-        return app.fromBytes(value.toByteArray());
-    return value.toString();
+    return value.typeId() == QMetaType::QByteArray ? app.fromBytes(value.toByteArray()) : value.toString();
 }
 
-qint32 asInteger(ApplicationContext &app, const QVariant &value)
+QByteArray asBytes(ApplicationContext &app, const QVariant &value)
 {
-    if (value.typeId() == QMetaType::QByteArray || value.typeId() == QMetaType::QString)
-        return toInt32(asText(app, value));
-    return value.toInt();
+    return value.typeId() == QMetaType::QByteArray ? value.toByteArray() : app.toBytes(value.toString());
+}
+
+// The longest head of the text that fits; a character of more bytes stays whole.
+QString cutToFit(ApplicationContext &app, const QString &text)
+{
+    if (app.toBytes(text).size() <= LongestString)
+        return text;
+    qsizetype fits = 0;
+    qsizetype tooLong = text.size();
+    while (tooLong - fits > 1) {
+        const qsizetype middle = fits + (tooLong - fits) / 2;
+        (app.toBytes(text.first(middle)).size() <= LongestString ? fits : tooLong) = middle;
+    }
+    if (fits > 0 && text[fits - 1].isHighSurrogate())
+        --fits;
+    return text.first(fits);
 }
 
 QVariant converted(ApplicationContext &app, const QVariant &value, int type)
 {
     switch (type) {
-    case RegistryString: {
-        // The limit is one of bytes; a two-byte character at the edge goes as a whole.
-        QString text = asText(app, value);
-        while (app.toBytes(text).size() > LongestString)
-            text.chop(1);
-        return text;
-    }
+    case RegistryString:
+        return cutToFit(app, asText(app, value));
     case RegistryBytes:
-        return (value.typeId() == QMetaType::QByteArray ? value.toByteArray() : app.toBytes(value.toString()))
-            .first(std::min<qsizetype>(LongestBytes, value.toByteArray().size()));
+        return asBytes(app, value).left(LongestBytes);
     case RegistryInteger:
-        return asInteger(app, value);
+        return value.typeId() == QMetaType::Int ? value.toInt() : toInt32(asText(app, value));
     default:
         throw Failure(u"Unsupported value type"_s);
     }
+}
+
+bool isEmptyValue(const QVariant &value)
+{
+    return value.typeId() == QMetaType::QByteArray ? value.toByteArray().isEmpty()
+                                                   : value.toString().isEmpty();
+}
+
+bool isSupported(int type)
+{
+    return type == RegistryString || type == RegistryBytes || type == RegistryInteger;
 }
 
 } // namespace
@@ -63,15 +80,11 @@ QVariant GetRegistryValue(ApplicationContext &app, const QString &path, const QS
 {
     QVariant result = fallback;
     reportFailure(app, u"RegistryAPI_GetRegistryValue: "_s, [&] {
-        if (type != RegistryString && type != RegistryBytes && type != RegistryInteger)
+        if (!isSupported(type))
             throw Failure(u"Unsupported value type"_s);
         const auto stored = app.settings.value(path, name);
-        if (!stored)
-            return;
-        QVariant value = converted(app, *stored, type);
-        if (type != RegistryInteger && value.toByteArray().isEmpty())
-            return;
-        result = std::move(value);
+        if (stored && !isEmptyValue(*stored))
+            result = converted(app, *stored, type);
     });
     return result;
 }
@@ -85,7 +98,7 @@ QString GetRegistryText(ApplicationContext &app, const QString &path, const QStr
 void SetRegistryValue(ApplicationContext &app, const QString &path, const QString &name, int type,
                       const QVariant &value)
 {
-    if (type != RegistryString && type != RegistryBytes && type != RegistryInteger)
+    if (!isSupported(type))
         return;
     reportFailure(app, u"RegistryAPI_SetRegistryValue:  "_s, [&] {
         if (app.settings.hasKey(path))

@@ -5,14 +5,12 @@
 #include "tests/doors/manual_clock.h"
 #include "tests/doors/memory_settings.h"
 #include "tests/doors/recording_desktop.h"
+#include "tests/support/printing.h"
 #include "tests/support/scripted_http.h"
 
 #include <QTemporaryDir>
 
-#include <ostream>
-
 namespace sondrel {
-
 
 /// A program to act in: temporary folders, a clock that stands at 2026-11-15 10:00, empty settings, recording
 /// doors. Everything is gone with it.
