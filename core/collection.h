@@ -23,26 +23,29 @@ public:
     qsizetype Count() const { return static_cast<qsizetype>(m_entries.size()); }
     bool isEmpty() const { return m_entries.empty(); }
 
-    /// Appends, or inserts before the given position. An empty text is a key like any other.
+    /// Appends, or inserts before the given position when that is not negative. An empty text is a key like
+    /// any other. When it fails the collection is as before.
     void Add(Item item, const std::optional<QString> &key = {}, qsizetype before = -1)
     {
-        std::optional<QString> foldedKey;
+        Entry entry{std::nullopt, std::move(item)};
         if (key) {
-            foldedKey = folded(*key);
-            if (positionOf(*foldedKey) != 0)
+            entry.key = folded(*key);
+            if (positionOf(*entry.key) != 0)
                 throw Failure(
-                    QStringLiteral("This key is already associated with an element of this collection: ") + *key);
+                    QStringLiteral("This key is already associated with an element of this collection: ") +
+                    *key);
         }
-        if (before < 0) {
-            if (foldedKey)
-                m_positions.insert(*foldedKey, Count() + 1);
-            m_entries.push_back({std::move(foldedKey), std::move(item)});
+        if (before >= 0) {
+            if (before < 1 || before > Count())
+                throw outside(before);
+            m_stale = true; // first: a stale index is harmless, one that is wrong is not
+            m_entries.insert(m_entries.begin() + (before - 1), std::move(entry));
             return;
         }
-        if (before < 1 || before > Count())
-            throw outside(before);
-        m_entries.insert(m_entries.begin() + (before - 1), {std::move(foldedKey), std::move(item)});
-        m_stale = true;
+        m_entries.push_back(std::move(entry));
+        const auto &added = m_entries.back().key;
+        if (added && !m_stale)
+            m_positions.insert(*added, Count());
     }
 
     void Remove(qsizetype position)
@@ -63,8 +66,8 @@ public:
     template <typename Test>
     void removeIf(Test &&test)
     {
-        if (std::erase_if(m_entries, [&](const Entry &entry) { return test(entry.item); }) > 0)
-            m_stale = true;
+        m_stale = true;
+        std::erase_if(m_entries, [&](const Entry &entry) { return test(entry.item); });
     }
 
     void clear()

@@ -19,7 +19,6 @@ const std::array<char16_t, 0x10000> &foldTable()
     return table;
 }
 
-
 } // namespace
 
 char16_t foldCase(char16_t unit)

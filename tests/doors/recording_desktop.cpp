@@ -36,12 +36,15 @@ void RecordingDesktop::beginWait()
 
 void RecordingDesktop::endWait()
 {
-    --waiting;
+    // One that has been reset is over already.
+    if (waiting > 0)
+        --waiting;
 }
 
 void RecordingDesktop::resetPointer()
 {
     ++resets;
+    waiting = 0;
 }
 
 void RecordingDesktop::beep()
