@@ -1,6 +1,9 @@
 #include "core/application_context.h"
 
-#include "core/values.h"
+#include "core/places.h"
+
+#include <algorithm>
+#include <array>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -9,11 +12,6 @@ namespace sondrel {
 namespace {
 
 constexpr auto RegRoot = "Software\\Kestrune\\Marovia Sondrel V4"_L1;
-
-QString withSeparator(const QString &folder)
-{
-    return folder.isEmpty() || folder.endsWith(u'\\') ? folder : folder + u'\\';
-}
 
 QString withoutSeparator(QString folder)
 {
@@ -30,17 +28,30 @@ QStringList rootsOf(const QString &appPath, const QString &systemDirectory)
     return roots;
 }
 
+// The pages that can hold text files; the UTF-16 pages cannot.
+std::shared_ptr<const CodePage> systemCodePage(const std::optional<QVariant> &setting)
+{
+    constexpr auto pages =
+        std::to_array({874, 932, 936, 949, 950, 1250, 1251, 1252, 1253, 1254, 1255, 1256, 1257, 1258, 65001});
+    bool isNumber = false;
+    const int number = setting ? setting->toString().trimmed().toInt(&isNumber) : 0;
+    const bool known = isNumber && std::find(pages.begin(), pages.end(), number) != pages.end();
+    const auto page = known ? CodePage::find(number) : nullptr;
+    return page ? page : CodePage::western();
+}
+
 } // namespace
 
 ApplicationContext::ApplicationContext(const QString &appPath, const QString &systemDirectory,
                                        const Doors &doors, const QLocale &locale)
     : AppPath(withoutSeparator(appPath)),
-      SystemDirectory(withSeparator(withoutSeparator(systemDirectory))),
+      SystemDirectory(GetSystemDirectoryPath(withoutSeparator(systemDirectory))),
       EngineDataFile(SystemDirectory + u"qlteng4.dat"_s),
       RegPreference(RegRoot + u"\\Preference"_s),
       RegScheduler(RegRoot + u"\\Scheduler"_s),
       RegVersion(RegRoot + u"\\Version"_s),
       RegEngine(RegRoot + u"\\Engine"_s),
+      deployment(Deployment::builtIn()),
       clock(doors.clock),
       desktop(doors.desktop),
       settings(doors.settings),
@@ -53,18 +64,14 @@ ApplicationContext::ApplicationContext(const QString &appPath, const QString &sy
 
 const CodePage &ApplicationContext::codePage() const
 {
-    QString setting;
-    try {
-        setting = settings.value(RegPreference, u"CodePage"_s).value_or(QVariant()).toString();
-    } catch (const Failure &) {
+    if (!m_codePage || m_codePageRevision != settings.revision()) {
         // Settings that cannot be read are reported by those who read them; text still needs a page.
-        setting.clear();
-    }
-    if (!m_codePage || setting != m_codePageSetting) {
-        m_codePageSetting = setting;
-        m_codePage = isNumeric(setting) ? CodePage::find(static_cast<int>(leadingNumber(setting))) : nullptr;
-        if (!m_codePage)
+        try {
+            m_codePage = systemCodePage(settings.value(RegPreference, u"CodePage"_s));
+        } catch (const Failure &) {
             m_codePage = CodePage::western();
+        }
+        m_codePageRevision = settings.revision(); // reading may have found a change
     }
     return *m_codePage;
 }

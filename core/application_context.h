@@ -3,6 +3,7 @@
 
 #include "core/clock.h"
 #include "core/code_page.h"
+#include "core/deployment.h"
 #include "core/desktop.h"
 #include "core/error_log.h"
 #include "core/failure.h"
@@ -11,6 +12,8 @@
 
 #include <QLocale>
 #include <QString>
+
+#include <memory>
 
 namespace sondrel {
 
@@ -26,18 +29,18 @@ struct Doors
     HttpTransport &http;
 };
 
-/// Process-wide values, set once at start and handed on: folders, settings paths, doors, the error log and the
-/// one engine catalogue.
+/// Process-wide values, set once at start and handed on: folders, settings paths, doors, the error log and
+/// the one engine catalogue.
 class ApplicationContext
 {
 public:
-    /// appPath is the folder of the program's data, without a separator at its end; systemDirectory the folder
-    /// of the engine data file, empty when there is none.
+    /// appPath is the folder of the program's data, systemDirectory that of the engine data file, empty when
+    /// there is none; both in the system's spelling.
     ApplicationContext(const QString &appPath, const QString &systemDirectory, const Doors &doors,
                        const QLocale &locale);
 
     const QString AppPath;
-    /// The system directory with one trailing "\" ensured; empty when there is none.
+    /// With one trailing "\"; empty when there is none.
     const QString SystemDirectory;
     const QString EngineDataFile;
     const QString RegPreference;
@@ -47,7 +50,9 @@ public:
     /// Owned by whoever made it; absent until the program has loaded its main window.
     clsEngine *EngineCatalogue = nullptr;
     bool LookupRequested = false;
+    /// True when the settings name no version that has run before.
     bool FirstRun = false;
+    Deployment deployment;
 
     Clock &clock;
     Desktop &desktop;
@@ -56,8 +61,8 @@ public:
     const QLocale locale;
     HostPath files;
 
-    /// The system code page: 8-bit text on disk and fetched pages are read through it. It follows the settings
-    /// value "CodePage".
+    /// The system code page: 8-bit text on disk and fetched pages are read through it. It follows the
+    /// settings value "CodePage".
     const CodePage &codePage() const;
     QByteArray toBytes(QStringView text) const { return codePage().toBytes(text); }
     QString fromBytes(QByteArrayView bytes) const { return codePage().fromBytes(bytes); }
@@ -71,7 +76,7 @@ public:
 private:
     ErrorLog m_log;
     mutable std::shared_ptr<const CodePage> m_codePage;
-    mutable QString m_codePageSetting;
+    mutable quint64 m_codePageRevision = 0; // of the settings, when the page was chosen
 };
 
 /// Runs a step and writes what it throws to the error log behind the tag. True when nothing was thrown.

@@ -1,0 +1,81 @@
+#include "core/places.h"
+
+#include "core/host_path.h"
+#include "core/native_file.h"
+#include "core/text_fold.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace sondrel {
+
+namespace {
+
+const QString ProgramFolderName = u"marovia-sondrel"_s;
+
+// What the package brings along for the application folder and for the system directory.
+const QStringList AppFiles{u"dmlist.dat"_s, u"menutemplate.html"_s, u"qlt40.chm"_s, u"qlt40.hlp"_s,
+                           u"report.xlt"_s};
+const QStringList SystemFiles{u"qlteng4.dat"_s};
+
+// A folder or a broken link counts: it is the user's, whatever it is.
+bool standsThere(const HostPath &files, const QString &path)
+{
+    const auto native = files.find(path);
+    return native && modeOf(*native) != 0;
+}
+
+void copyMissing(ApplicationContext &app, const HostPath &beside, const QString &programFolder,
+                 const QStringList &names, const QString &folder)
+{
+    for (const QString &name : names) {
+        const QString source = programFolder + u'\\' + name;
+        const QString target = folder + u'\\' + name;
+        if (beside.fileExists(source) && !standsThere(app.files, target))
+            app.files.writeAll(target, beside.readAll(source));
+    }
+}
+
+} // namespace
+
+DesktopFolders desktopFolders()
+{
+    return {QCoreApplication::applicationDirPath(),
+            QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation),
+            QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)};
+}
+
+Places placesIn(const DesktopFolders &folders)
+{
+    const QString ofUser = folders.userData + u'/' + ProgramFolderName;
+    const bool ownFolder =
+        !QFileInfo::exists(folders.program + u"/installed"_s) && QFileInfo(folders.program).isWritable();
+    return {ownFolder ? folders.program : ofUser,
+            folders.userData.isEmpty() ? QString() : ofUser + u"/system"_s,
+            folders.userConfig + u"/Kestrune/marovia-sondrel-v4.ini"_s};
+}
+
+void fillPlaces(ApplicationContext &app, const QString &programFolder)
+{
+    const HostPath beside({programFolder});
+    app.files.makeFolder(app.AppPath);
+    copyMissing(app, beside, programFolder, AppFiles, app.AppPath);
+    if (app.SystemDirectory.isEmpty())
+        return;
+    app.files.makeFolder(app.SystemDirectory.chopped(1));
+    copyMissing(app, beside, programFolder, SystemFiles, app.SystemDirectory.chopped(1));
+}
+
+QString GetSystemDirectoryPath(const QString &folder)
+{
+    const qsizetype nul = folder.indexOf(QChar(u'\0'));
+    QString path = trimBlanksRight(QStringView(folder).first(nul < 0 ? folder.size() : nul)).toString();
+    if (!path.isEmpty() && !path.endsWith(u'\\'))
+        path += u'\\';
+    return path;
+}
+
+} // namespace sondrel
