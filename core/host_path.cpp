@@ -37,26 +37,34 @@ constexpr qsizetype LongestName = 255; // bytes, the limit of Linux file systems
     fail(what, path, QString::fromStdString(std::generic_category().message(errno)));
 }
 
-// Takes back the bytes that could be added before a write failed. Where that fails too they stay: the write
-// is reported anyway.
-void dropTail(const NativeFile &file, qsizetype count)
-{
-    struct stat info = {};
-    if (count > 0 && ::fstat(file.descriptor(), &info) == 0)
-        std::ignore = ::ftruncate(file.descriptor(), info.st_size - count);
-}
-
-std::optional<struct stat> statusOfFound(const std::optional<QString> &native)
-{
-    return native ? statusOf(*native) : std::nullopt;
-}
-
 } // namespace
+
+AppendFile::AppendFile(const QString &path, int flags) : m_path(path), m_file(path, flags)
+{
+    if (!m_file.isOpen())
+        failWithSystemError(u"Cannot write"_s, path);
+}
+
+void AppendFile::append(QByteArrayView bytes)
+{
+    const qsizetype done = m_file.write(bytes);
+    if (done == bytes.size())
+        return;
+    const int error = errno;
+    struct stat info = {};
+    // Where this fails too the half stays: the write is reported anyway.
+    if (done > 0 && ::fstat(m_file.descriptor(), &info) == 0)
+        std::ignore = ::ftruncate(m_file.descriptor(), info.st_size - done);
+    errno = error;
+    failWithSystemError(u"Cannot write"_s, m_path);
+}
 
 struct HostPath::Place
 {
     QString root; // empty for a path outside the roots
     QStringList names;
+
+    QString asSpelled() const { return root + u'/' + names.join(u'/'); }
 };
 
 struct HostPath::Entry
@@ -141,6 +149,19 @@ HostPath::Entry HostPath::entry(const QString &folder, const QString &name) cons
     return result;
 }
 
+// The path of a place that does not exist as spelled, or not at all.
+QString HostPath::respelled(const Place &place) const
+{
+    QString result = place.root;
+    for (const QString &name : place.names) {
+        const Entry next = entry(result, name);
+        // A folder has one index, by whichever of its spellings it is reached.
+        const Entry beside = next.isLink() ? sibling(next) : next;
+        result = beside.isFolder() ? beside.path() : next.path();
+    }
+    return result;
+}
+
 std::optional<QString> HostPath::find(const QString &path) const
 {
     const auto place = divide(path);
@@ -148,17 +169,20 @@ std::optional<QString> HostPath::find(const QString &path) const
         return std::nullopt;
     if (place->root.isEmpty())
         return path;
-    QString result = place->root + u'/' + place->names.join(u'/');
-    if (modeOf(result) != 0)
-        return result;
-    result = place->root;
-    for (const QString &name : place->names) {
-        const Entry next = entry(result, name);
-        // A folder has one index, by whichever of its spellings it is reached.
-        const Entry beside = next.isLink() ? sibling(next) : next;
-        result = beside.isFolder() ? beside.path() : next.path();
-    }
-    return result;
+    QString spelled = place->asSpelled();
+    return modeOf(spelled) != 0 ? spelled : respelled(*place);
+}
+
+// What stands at the path, links followed.
+std::optional<struct stat> HostPath::status(const QString &path) const
+{
+    const auto place = divide(path);
+    if (!place)
+        return std::nullopt;
+    if (place->root.isEmpty())
+        return statusOf(path);
+    const auto spelled = statusOf(place->asSpelled());
+    return spelled ? spelled : statusOf(respelled(*place));
 }
 
 bool HostPath::isInside(const QString &canonical) const
@@ -235,20 +259,20 @@ HostPath::Entry HostPath::fileToWrite(const QString &path) const
 
 bool HostPath::fileExists(const QString &path) const
 {
-    const auto status = statusOfFound(find(path));
-    return status && S_ISREG(status->st_mode);
+    const auto found = status(path);
+    return found && S_ISREG(found->st_mode);
 }
 
 bool HostPath::folderExists(const QString &path) const
 {
-    const auto status = statusOfFound(find(path));
-    return status && S_ISDIR(status->st_mode);
+    const auto found = status(path);
+    return found && S_ISDIR(found->st_mode);
 }
 
 qint64 HostPath::size(const QString &path) const
 {
-    const auto status = statusOfFound(find(path));
-    return status && S_ISREG(status->st_mode) ? status->st_size : -1;
+    const auto found = status(path);
+    return found && S_ISREG(found->st_mode) ? found->st_size : -1;
 }
 
 QByteArray HostPath::readAll(const QString &path) const
@@ -296,27 +320,17 @@ void HostPath::writeUnflushed(const QString &path, QByteArrayView bytes)
     replace(path, bytes, false);
 }
 
-void HostPath::append(const QString &path, QByteArrayView bytes)
+AppendFile HostPath::openToAppend(const QString &path)
 {
-    const QString what = u"Cannot write"_s;
     const Entry file = fileToWrite(path);
-    std::optional<FolderIndex::OwnChange> change;
-    if (!file.isFile())
-        change.emplace(m_index, file.folder);
+    if (file.isFile())
+        return AppendFile(file.path(), O_WRONLY | O_APPEND);
+    FolderIndex::OwnChange change(m_index, file.folder);
     if (file.isLink() && ::unlink(QFile::encodeName(file.path()).constData()) != 0)
-        failWithSystemError(what, file.path());
-    NativeFile handle(file.path(), O_WRONLY | O_APPEND | (file.isFile() ? 0 : O_CREAT));
-    if (!handle.isOpen())
-        failWithSystemError(what, file.path());
-    if (change)
-        change->added(file.name);
-    const qsizetype done = handle.write(bytes);
-    if (done == bytes.size() && handle.close())
-        return;
-    const int error = errno;
-    dropTail(handle, done);
-    errno = error;
-    failWithSystemError(what, file.path());
+        failWithSystemError(u"Cannot write"_s, file.path());
+    AppendFile result(file.path(), O_WRONLY | O_APPEND | O_CREAT);
+    change.added(file.name);
+    return result;
 }
 
 void HostPath::remove(const QString &path)

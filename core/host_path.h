@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/folder_index.h"
+#include "core/native_file.h"
 
 #include <QByteArray>
 #include <QString>
@@ -11,6 +12,21 @@
 #include <optional>
 
 namespace sondrel {
+
+/// A file that is open to be added to.
+class AppendFile
+{
+public:
+    /// Throws Failure, and leaves the file as it was, when not all bytes could be added.
+    void append(QByteArrayView bytes);
+
+private:
+    friend class HostPath;
+    AppendFile(const QString &path, int flags);
+
+    QString m_path;
+    NativeFile m_file;
+};
 
 /// All access to files. Paths below the program's own folders (the roots) are composed with "\" and their
 /// names ignore case: "ROOT\Results\Engine\word.dat" finds ROOT/results/ENGINE/word.DAT. Any other path, such
@@ -45,9 +61,9 @@ public:
     void writeAll(const QString &path, QByteArrayView bytes);
     /// As writeAll, for files that can be fetched again: renamed into place, not flushed to the disk first.
     void writeUnflushed(const QString &path, QByteArrayView bytes);
-    /// Adds to the end of the file, which is made when missing. Throws Failure and leaves the file as it was
-    /// when not all could be added.
-    void append(const QString &path, QByteArrayView bytes);
+    /// Opens the file to add to its end; makes it when it is missing. Throws Failure.
+    AppendFile openToAppend(const QString &path);
+    void append(const QString &path, QByteArrayView bytes) { openToAppend(path).append(bytes); }
     /// Removes the file when there is one; throws Failure when it cannot be removed.
     void remove(const QString &path);
     /// Makes the folder and its parents below the root. Throws Failure.
@@ -63,6 +79,8 @@ private:
     struct Entry; // one name in a folder, as it stands on disk
 
     std::optional<Place> divide(const QString &path) const;
+    QString respelled(const Place &place) const;
+    std::optional<struct stat> status(const QString &path) const;
     Entry entry(const QString &folder, const QString &name) const;
     Entry folderEntry(const QString &folder, const QString &name) const;
     static Entry sibling(const Entry &link);

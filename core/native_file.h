@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 
 #include <optional>
+#include <utility>
 
 // The system's files by their native paths. What fails leaves its reason in errno.
 
@@ -27,8 +28,8 @@ class NativeFile
 public:
     NativeFile(const QString &path, int flags);
     ~NativeFile() { close(); }
-    NativeFile(const NativeFile &) = delete;
-    NativeFile &operator=(const NativeFile &) = delete;
+    NativeFile(NativeFile &&other) noexcept : m_descriptor(std::exchange(other.m_descriptor, -1)) {}
+    NativeFile &operator=(NativeFile &&) = delete;
 
     bool isOpen() const { return m_descriptor >= 0; }
     int descriptor() const { return m_descriptor; }
