@@ -1,0 +1,60 @@
+#include "lookup/page_text.h"
+
+#include "core/text_fold.h"
+
+#include <utility>
+
+namespace sondrel {
+
+Needle::Needle(QStringView text) : m_folded(sondrel::folded(text)) {}
+
+PageText::PageText(QString text) : m_text(std::move(text)), m_folded(folded(m_text)) {}
+
+qsizetype PageText::find(Piece in, qsizetype from, const Needle &needle) const
+{
+    return from < in.end ? indexOfExactly(QStringView(m_folded).first(in.end), needle.folded(), from) : -1;
+}
+
+qsizetype PageText::findLast(Piece in, const Needle &needle) const
+{
+    const qsizetype at = QStringView(m_folded).sliced(in.begin, in.size()).lastIndexOf(needle.folded());
+    return at < 0 ? -1 : in.begin + at;
+}
+
+Piece PageText::trimmed(Piece piece) const
+{
+    while (piece.begin < piece.end && m_text[piece.begin] == u' ')
+        ++piece.begin;
+    while (piece.begin < piece.end && m_text[piece.end - 1] == u' ')
+        --piece.end;
+    return piece;
+}
+
+Piece PageText::takeSection(Piece &rest, const Needle &begin, const Needle &end) const
+{
+    const qsizetype first = find(rest, rest.begin, begin);
+    if (first < 0) {
+        const qsizetype last = find(rest, rest.begin, end);
+        if (last < 0)
+            return rest;
+        const Piece section{rest.begin, last + 1};
+        rest.begin = last;
+        return section;
+    }
+    const qsizetype last = find(rest, first + begin.size(), end);
+    if (last <= first)
+        return rest = trimmed({first, rest.end});
+    const Piece section = trimmed({first, last});
+    rest.begin = last + end.size();
+    return section;
+}
+
+Piece PageText::between(Piece in, const Needle &begin, const Needle &end) const
+{
+    const qsizetype first = find(in, in.begin, begin);
+    const qsizetype from = first < 0 ? in.begin : first + begin.size();
+    const qsizetype last = find(in, from, end);
+    return {from, last < 0 ? in.end : last};
+}
+
+} // namespace sondrel

@@ -1,0 +1,64 @@
+// Marovia Sondrel - positions of web sites in search engine results
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+namespace sondrel {
+
+/// A piece of a page, by the 0-based positions of its first unit and behind its last.
+struct Piece
+{
+    qsizetype begin = 0;
+    qsizetype end = 0;
+
+    bool isEmpty() const { return begin == end; }
+    qsizetype size() const { return end - begin; }
+    bool operator==(const Piece &) const = default;
+};
+
+/// A text to look for in pages, without regard to case.
+class Needle
+{
+public:
+    explicit Needle(QStringView text);
+
+    QStringView folded() const { return m_folded; }
+    qsizetype size() const { return m_folded.size(); }
+    bool isEmpty() const { return m_folded.isEmpty(); }
+
+private:
+    QString m_folded;
+};
+
+/// A page that is searched many times and cut by begin and end strings. Its case is folded once; pieces of it
+/// are positions, so that nothing is copied and a walk over all its sections takes time in proportion to it.
+class PageText
+{
+public:
+    explicit PageText(QString text);
+
+    Piece all() const { return {0, m_text.size()}; }
+    QStringView view(Piece piece) const { return QStringView(m_text).sliced(piece.begin, piece.size()); }
+
+    /// Where needle first occurs in the piece at or behind from; -1 when it does not. An empty needle is
+    /// found at from, but not at the end of the piece.
+    qsizetype find(Piece in, qsizetype from, const Needle &needle) const;
+    qsizetype findLast(Piece in, const Needle &needle) const;
+    bool contains(Piece in, const Needle &needle) const { return find(in, in.begin, needle) >= 0; }
+    Piece trimmed(Piece piece) const;
+
+    /// Cuts the next section out of rest, with its begin string and without its end string, and shortens rest
+    /// to what follows. Without the begin string the section runs through the first unit of the end string,
+    /// which stays; without the end string it is all the rest, which stays too.
+    Piece takeSection(Piece &rest, const Needle &begin, const Needle &end) const;
+    /// What stands between the begin and the end string; from the start of the piece when the begin string is
+    /// missing, to its end when the end string is.
+    Piece between(Piece in, const Needle &begin, const Needle &end) const;
+
+private:
+    QString m_text;
+    QString m_folded;
+};
+
+} // namespace sondrel
