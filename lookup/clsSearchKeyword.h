@@ -8,6 +8,10 @@
 
 namespace sondrel {
 
+class PageText;
+class TrackedAddresses;
+struct Listing;
+
 /// One keyword of a run: turns each fetched page into stored results, and finds the address of the next page.
 class clsSearchKeyword
 {
@@ -36,7 +40,7 @@ public:
     QString NextPage3;
     QString NextPage4;
     qint16 Links = 0;
-    qint16 Pages = 0; // analysed so far
+    qint16 Pages = 0;          // analysed so far
     qint16 LastLinksCount = 0; // LinksCount when the previous page was done
     qint16 MatchCount = 0;
     QString ResultsPath;
@@ -50,10 +54,21 @@ public:
 
     /// Analyses one page and writes the three files of the keyword.
     void GetResult(const FetchedPage &page);
-    /// The address of the next result page.
+    /// The address of the next result page: that of the last link in front of the engine's next-page text, or
+    /// the folder of the page when it has none. Empty, with a line in the log, when the engine has no such
+    /// text.
     QString getNextURL(const QString &page);
 
 private:
+    struct PageRecord;
+
+    void analyse(const QString &text, const QString &copyName, PageRecord &record);
+    void beginRun(const PageText &page, PageRecord &record);
+    void recordListing(const Listing &listing, const TrackedAddresses &tracked, PageRecord &record);
+    void storePosition(const QString &url, const QString &page);
+    QString nextLink(const QString &text);
+    QString completeAddress(QString link) const;
+
     ApplicationContext &m_app;
     clsKeywords *m_keywords = nullptr;
     QString m_engineName;

@@ -1,0 +1,72 @@
+#include "lookup/keyword_files.h"
+
+#include "core/report_folder.h"
+#include "core/uucode.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace sondrel {
+
+namespace {
+
+QString folderBelow(QString path, const QString &name)
+{
+    path.chop(1);
+    return HostPath::compose(path, {name});
+}
+
+} // namespace
+
+KeywordFiles::KeywordFiles(ApplicationContext &app, const QString &resultsPath, const QString &reportsPath,
+                           const QString &engineName, const QString &projectName, const QString &keyword)
+    : m_app(app),
+      m_resultsFolder(folderBelow(resultsPath, engineName)),
+      m_reportsFolder(folderBelow(reportsPath, projectName)),
+      m_stem(engineName + u'_' + EncodedString(app, QString(keyword).replace(u' ', u'_'))),
+      m_listing(HostPath::compose(m_resultsFolder, {EncodedString(app, keyword) + u".dat"_s})),
+      m_report(HostPath::compose(m_reportsFolder, {m_stem + u".html"_s}))
+{
+}
+
+QString KeywordFiles::pageName(int page) const
+{
+    return m_stem + u"_p"_s + QString::number(page) + u".html"_s;
+}
+
+void KeywordFiles::makeFolders()
+{
+    m_app.files.makeFolder(m_resultsFolder);
+    if (m_app.files.folderExists(m_reportsFolder))
+        return;
+    ensureReportsFolder(m_app);
+    m_app.files.makeFolder(m_reportsFolder);
+}
+
+void KeywordFiles::savePage(int page, const QByteArray &bytes)
+{
+    const QString path = HostPath::compose(m_reportsFolder, {pageName(page)});
+    makeFolders();
+    m_app.files.writeUnflushed(path, bytes + "\r\n");
+    linkDecodedName(m_app, path);
+}
+
+void KeywordFiles::removeOld()
+{
+    m_app.files.remove(m_listing);
+    m_app.files.remove(m_report);
+}
+
+void KeywordFiles::open()
+{
+    m_openListing.emplace(m_app.files.openToAppend(m_listing));
+    m_openReport.emplace(m_app.files.openToAppend(m_report));
+    linkDecodedName(m_app, m_report);
+}
+
+void KeywordFiles::append(const QString &listing, const QString &report)
+{
+    m_openListing.value().append(m_app.toBytes(listing));
+    m_openReport.value().append(m_app.toBytes(report));
+}
+
+} // namespace sondrel

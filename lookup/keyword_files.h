@@ -1,0 +1,47 @@
+// Marovia Sondrel - positions of web sites in search engine results
+#pragma once
+
+#include "core/application_context.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+namespace sondrel {
+
+/// The files that keep what one engine has answered to one keyword of a project: the saved listing, every
+/// page as it came, and the report of the listings. Operations throw Failure.
+class KeywordFiles
+{
+public:
+    /// The paths of the two folders end in "\". Throws Failure when the names make no possible file name.
+    KeywordFiles(ApplicationContext &app, const QString &resultsPath, const QString &reportsPath,
+                 const QString &engineName, const QString &projectName, const QString &keyword);
+
+    /// Name of the copy of a page, counted from 1, beside the report.
+    QString pageName(int page) const;
+
+    /// Makes the folders and replaces the copy of that page by the bytes and CR LF.
+    void savePage(int page, const QByteArray &bytes);
+    /// Removes listing and report of an earlier run.
+    void removeOld();
+    /// Opens listing and report, which are made when missing.
+    void open();
+    /// Adds to both. A crash may lose this piece, never an earlier one.
+    void append(const QString &listing, const QString &report);
+
+private:
+    void makeFolders();
+
+    ApplicationContext &m_app;
+    QString m_resultsFolder;
+    QString m_reportsFolder;
+    QString m_stem; // of the files in the reports folder
+    QString m_listing;
+    QString m_report;
+    std::optional<AppendFile> m_openListing;
+    std::optional<AppendFile> m_openReport;
+};
+
+} // namespace sondrel
