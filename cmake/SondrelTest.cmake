@@ -1,13 +1,21 @@
-# sondrel_add_test(<folder>.<unit> SOURCES <file>... [LIBRARIES <target>...] [TIMEOUT <seconds>])
+# sondrel_add_test(<folder>.<unit> SOURCES <file>... [LIBRARIES <target>...] [TIMEOUT <seconds>] [SUPPORT <target>])
 #
 # Adds one GoogleTest executable as the CTest <folder>.<unit>; it links libraries and recompiles none of their
 # sources. Test classes with Q_OBJECT belong in a test support library: executables are built without moc.
 function(sondrel_add_test name)
-    cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LIBRARIES" ${ARGN})
+    cmake_parse_arguments(arg "" "SUPPORT;TIMEOUT" "SOURCES;LIBRARIES" ${ARGN})
+    if(NOT arg_SUPPORT)
+        set(arg_SUPPORT sondrel_test_support)
+    endif()
     string(REPLACE "." "_" target "test_${name}")
     add_executable(${target} ${arg_SOURCES})
     set_target_properties(${target} PROPERTIES AUTOMOC OFF)
-    target_link_libraries(${target} PRIVATE sondrel_test_support ${arg_LIBRARIES})
+    target_link_libraries(${target} PRIVATE ${arg_SUPPORT} ${arg_LIBRARIES})
+    # A precompiled header fits only where the compiler is called the same way.
+    list(REMOVE_ITEM arg_LIBRARIES sondrel_failing_allocation)
+    if(SONDREL_PCH AND NOT arg_LIBRARIES AND arg_SUPPORT STREQUAL "sondrel_test_support")
+        target_precompile_headers(${target} REUSE_FROM sondrel_test_support)
+    endif()
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 120)
     endif()
@@ -16,4 +24,9 @@ function(sondrel_add_test name)
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8"
         TIMEOUT ${arg_TIMEOUT}
     )
+endfunction()
+
+# sondrel_add_window_test(...): the same for tests that build windows, on the offscreen platform.
+function(sondrel_add_window_test name)
+    sondrel_add_test(${name} ${ARGN} SUPPORT sondrel_window_test_support)
 endfunction()
