@@ -69,6 +69,12 @@ qint64 wholeNumber(QByteArrayView name)
     return number;
 }
 
+std::size_t hashOf(int section, const QVarLengthArray<char16_t, 64> &name)
+{
+    return qHashBits(name.constData(), static_cast<std::size_t>(name.size()) * sizeof(char16_t),
+                     qHash(section, QHashSeed::globalSeed()));
+}
+
 } // namespace
 
 ProfileFile::ProfileFile(const CodePage &codePage) : ProfileFile(codePage, QByteArrayView()) {}
@@ -190,8 +196,22 @@ ProfileFile::FoldedName ProfileFile::folded(QByteArrayView name) const
     return result;
 }
 
+// As the name's bytes would be folded.
+ProfileFile::FoldedName ProfileFile::foldedText(QStringView name) const
+{
+    const bool plain =
+        std::all_of(name.begin(), name.end(), [](QChar unit) { return unit >= u' ' && unit < QChar(0x7F); });
+    if (!plain)
+        return folded(trimmed(toBytes(name)));
+    name = trimBlanks(name);
+    FoldedName result(name.size());
+    std::transform(name.begin(), name.end(), result.begin(),
+                   [this](QChar unit) { return m_foldedByte[unit.unicode()]; });
+    return result;
+}
+
 // The bytes of a text on one line of the file.
-QByteArray ProfileFile::toBytes(const QString &text) const
+QByteArray ProfileFile::toBytes(QStringView text) const
 {
     QByteArray bytes = m_codePage->toBytes(text);
     bytes.replace("\r\n", " ");
@@ -200,65 +220,97 @@ QByteArray ProfileFile::toBytes(const QString &text) const
     return bytes;
 }
 
+const ProfileFile::Line &ProfileFile::lineOf(const Key &key) const
+{
+    return m_sections[static_cast<std::size_t>(key.section)].lines[static_cast<std::size_t>(key.line)];
+}
+
 int ProfileFile::findSection(const FoldedName &name) const
 {
     return m_sectionByName.value(
         QString::fromRawData(reinterpret_cast<const QChar *>(name.constData()), name.size()), -1);
 }
 
-std::size_t ProfileFile::hashOf(int section, const FoldedName &name) const
+// The slot that holds the key, or the one where it belongs.
+std::size_t ProfileFile::slotOf(int section, const FoldedName &name, std::size_t hash) const
 {
-    return qHashBits(name.constData(), static_cast<std::size_t>(name.size()) * sizeof(char16_t),
-                     qHash(section, QHashSeed::globalSeed()));
+    const std::size_t mask = m_slots.size() - 1;
+    for (std::size_t slot = hash & mask;; slot = (slot + 1) & mask) {
+        if (m_slots[slot] < 0)
+            return slot;
+        const Key &key = m_keys[static_cast<std::size_t>(m_slots[slot])];
+        if (key.hash == hash && key.section == section && folded(nameOf(lineOf(key))) == name)
+            return slot;
+    }
 }
 
-int ProfileFile::findKey(int section, const FoldedName &name) const
+const ProfileFile::Line *ProfileFile::findKey(int section, const FoldedName &name) const
 {
-    for (int at = m_keyByHash.value(hashOf(section, name), -1); at >= 0;) {
-        const Key &key = m_keys[static_cast<std::size_t>(at)];
-        if (key.section == section) {
-            const auto &lines = m_sections[static_cast<std::size_t>(section)].lines;
-            if (folded(nameOf(lines[static_cast<std::size_t>(key.line)])) == name)
-                return key.line;
-        }
-        at = key.next;
-    }
-    return -1;
+    if (m_slots.empty())
+        return nullptr;
+    const int key = m_slots[slotOf(section, name, hashOf(section, name))];
+    return key < 0 ? nullptr : &lineOf(m_keys[static_cast<std::size_t>(key)]);
 }
 
 void ProfileFile::indexKey(int section, int line)
 {
-    const auto &lines = m_sections[static_cast<std::size_t>(section)].lines;
-    const FoldedName name = folded(nameOf(lines[static_cast<std::size_t>(line)]));
-    if (findKey(section, name) >= 0)
+    if (2 * (m_keys.size() + 1) > m_slots.size())
+        growIndex();
+    Key key{0, section, line};
+    const FoldedName name = folded(nameOf(lineOf(key)));
+    key.hash = hashOf(section, name);
+    int &slot = m_slots[slotOf(section, name, key.hash)];
+    if (slot >= 0)
         return; // the first of two equal keys wins
-    const std::size_t hash = hashOf(section, name);
-    m_keys.push_back({section, line, m_keyByHash.value(hash, -1)});
-    m_keyByHash.insert(hash, static_cast<int>(m_keys.size()) - 1);
+    slot = static_cast<int>(m_keys.size());
+    m_keys.push_back(key);
+}
+
+void ProfileFile::growIndex()
+{
+    constexpr std::size_t FirstSize = 64; // a power of two, as all that follow
+    constexpr std::size_t Growth = 4;
+    std::vector<int> slots(std::max(FirstSize, Growth * m_slots.size()), -1);
+    const std::size_t mask = slots.size() - 1;
+    for (std::size_t key = 0; key < m_keys.size(); ++key) {
+        std::size_t slot = m_keys[key].hash & mask;
+        while (slots[slot] >= 0)
+            slot = (slot + 1) & mask;
+        slots[slot] = static_cast<int>(key);
+    }
+    m_slots = std::move(slots);
 }
 
 QString ProfileFile::read(const QString &section, const QString &key) const
 {
-    const int inSection = findSection(folded(trimmed(toBytes(section))));
-    if (inSection < 0)
+    return this->section(section).read(key);
+}
+
+ProfileFile::SectionView ProfileFile::section(const QString &name) const
+{
+    return SectionView(*this, findSection(foldedText(name)));
+}
+
+QString ProfileFile::SectionView::read(const QString &key) const
+{
+    const Line *line = exists() ? m_file.findKey(m_section, m_file.foldedText(key)) : nullptr;
+    if (!line)
         return {};
-    const int line = findKey(inSection, folded(trimmed(toBytes(key))));
-    if (line < 0)
-        return {};
-    const auto &lines = m_sections[static_cast<std::size_t>(inSection)].lines;
-    QByteArrayView value = withoutQuotes(valueOf(lines[static_cast<std::size_t>(line)]));
+    QByteArrayView value = withoutQuotes(m_file.valueOf(*line));
     if (const qsizetype end = value.indexOf('\0'); end >= 0)
         value.truncate(end);
     // No more bytes than the longest value can have are worth decoding.
     value.truncate(std::min(value.size(), LongestValue * LongestCharacter));
-    const QString text = m_codePage->fromBytes(value);
-    return trimBlanksRight(QStringView(text).first(std::min(text.size(), LongestValue))).toString();
+    QString text = m_file.m_codePage->fromBytes(value);
+    text.truncate(std::min(text.size(), LongestValue));
+    text.truncate(trimBlanksRight(text).size());
+    return text;
 }
 
 std::vector<qint64> ProfileFile::numberedKeys(const QString &section, double last) const
 {
     std::vector<qint64> numbers;
-    const int inSection = findSection(folded(trimmed(toBytes(section))));
+    const int inSection = findSection(foldedText(section));
     if (inSection < 0)
         return numbers;
     for (const Line &line : m_sections[static_cast<std::size_t>(inSection)].lines) {
@@ -303,8 +355,8 @@ void ProfileFile::write(const QString &section, const QString &key, const QStrin
         addSection(appended('[' + sectionBytes + ']' + m_lineEnd), sectionBytes);
     }
     Section &place = m_sections[static_cast<std::size_t>(inSection)];
-    if (const int at = findKey(inSection, folded(keyBytes)); at >= 0) {
-        Line &line = place.lines[static_cast<std::size_t>(at)];
+    if (const Line *old = findKey(inSection, folded(keyBytes))) {
+        Line &line = place.lines[static_cast<std::size_t>(old - place.lines.data())];
         const QByteArrayView content = contentOf(line);
         qsizetype head = line.equals + 1 - line.begin;
         while (head < content.size() && isBlank(content[head]))

@@ -30,6 +30,24 @@ public:
     /// At most 559 characters, cut at a NUL, trimmed on the right; empty when there is no such section or
     /// key.
     QString read(const QString &section, const QString &key) const;
+
+    /// One section, for those who read much of it. It must not outlive the file, nor a change of it.
+    class SectionView
+    {
+    public:
+        bool exists() const { return m_section >= 0; }
+        /// As ProfileFile::read.
+        QString read(const QString &key) const;
+
+    private:
+        friend class ProfileFile;
+        SectionView(const ProfileFile &file, int section) : m_file(file), m_section(section) {}
+
+        const ProfileFile &m_file;
+        int m_section; // -1 when there is none
+    };
+    SectionView section(const QString &name) const;
+
     /// The numbers from 1 up to last that are keys of the section, ascending. A count in a file may be any
     /// number; this finds what it covers without trying them all.
     std::vector<qint64> numberedKeys(const QString &section, double last) const;
@@ -56,9 +74,9 @@ private:
     };
     struct Key
     {
+        std::size_t hash;
         int section;
         int line;
-        int next; // the next key of the same hash, or -1
     };
     using FoldedName = QVarLengthArray<char16_t, 64>;
 
@@ -70,12 +88,15 @@ private:
     QByteArrayView nameOf(const Line &line) const;
     QByteArrayView valueOf(const Line &line) const;
     FoldedName folded(QByteArrayView name) const;
-    QByteArray toBytes(const QString &text) const;
+    FoldedName foldedText(QStringView name) const;
+    QByteArray toBytes(QStringView text) const;
 
+    const Line &lineOf(const Key &key) const;
     int findSection(const FoldedName &name) const;
-    int findKey(int section, const FoldedName &name) const;
-    std::size_t hashOf(int section, const FoldedName &name) const;
+    const Line *findKey(int section, const FoldedName &name) const;
+    std::size_t slotOf(int section, const FoldedName &name, std::size_t hash) const;
     void indexKey(int section, int line);
+    void growIndex();
 
     Line appended(const QByteArray &text);
     void closeLine(Line &line);
@@ -88,7 +109,7 @@ private:
     std::vector<Section> m_sections;
     QHash<QString, int> m_sectionByName;
     std::vector<Key> m_keys;
-    QHash<std::size_t, int> m_keyByHash;
+    std::vector<int> m_slots; // open addressing: a position in m_keys, or -1
 };
 
 } // namespace sondrel

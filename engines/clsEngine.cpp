@@ -68,13 +68,19 @@ const auto &textKeys()
     return keys;
 }
 
-EngineRow definition(const ProfileFile &file, const QString &section)
+EngineRow definition(const ProfileFile &file, const QString &name)
 {
     EngineRow row;
-    for (const auto &[field, key] : textKeys())
-        row.*field = trimBlanks(file.read(section, key)).toString();
-    row.Start = roundToInt16(leadingNumber(file.read(section, u"Start"_s)));
-    row.PerPage = roundToInt16(leadingNumber(file.read(section, u"PerPage"_s)));
+    const auto section = file.section(name);
+    if (!section.exists())
+        return row; // a market may name an engine that nobody has defined
+    for (const auto &[field, key] : textKeys()) {
+        QString text = section.read(key);
+        const QStringView trimmed = trimBlanks(text);
+        row.*field = trimmed.size() == text.size() ? std::move(text) : trimmed.toString();
+    }
+    row.Start = roundToInt16(leadingNumber(section.read(u"Start"_s)));
+    row.PerPage = roundToInt16(leadingNumber(section.read(u"PerPage"_s)));
     return row;
 }
 
