@@ -309,11 +309,13 @@ bool clsKeywords::UpdateObject(const QString &keyword, const QString &field, con
     return true;
 }
 
-bool clsKeywords::InKeywordsCollection(const QString &text, const Collection<clsKeyword> &collection) const
+bool clsKeywords::InKeywordsCollection(const QString &text, const Collection<clsKeyword> *collection) const
 {
     bool found = false;
     reportFailure(m_app, u"clsKeywords_InKeywordsCollection error:  "_s, [&] {
-        for (const clsKeyword &row : collection)
+        if (!collection)
+            throw Failure(u"There is no collection of keywords"_s);
+        for (const clsKeyword &row : *collection)
             found = found || equalsIgnoringCase(row.Keyword, text);
     });
     return found;

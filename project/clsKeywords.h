@@ -41,7 +41,8 @@ public:
 
     /// Changes one field of a row and what follows from it; a missing row is made. False when it was missing.
     bool UpdateObject(const QString &keyword, const QString &field, const QString &value);
-    bool InKeywordsCollection(const QString &text, const Collection<clsKeyword> &collection) const;
+    /// True when the text is the Keyword of a row. An absent collection is null, and a failure.
+    bool InKeywordsCollection(const QString &text, const Collection<clsKeyword> *collection) const;
     QString GetCurrencySign() const;
     void CleanBids(const QString &keyword);
 
