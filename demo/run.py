@@ -87,12 +87,12 @@ def show(answer, folder, shops):
     own = {shops[number].host for number in OWN}
 
     def whose(url):
-        return "own" if url.partition("//")[2].partition("/")[0] in own else "competitor"
+        return "own" if url.partition("//")[2].partition("/")[0] in own else "rival"
 
     print()
     print("\n".join(table.render(rows, whose, table.Style())))
     print(f"\n{table.summary(rows)}; {answer['ms'] / 1000:.1f} seconds")
-    app = folder / "app"
+    app = (folder if Path.cwd() not in folder.parents else folder.relative_to(Path.cwd())) / "app"
     print(f"""
 Positions  {app}/Projects/{project.NAME}/{project.ENGINE}.dat
 Project    {app}/Projects/{project.NAME}/{project.NAME}.dat and Keywords.dat

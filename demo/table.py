@@ -1,6 +1,12 @@
 """The positions of a lookup as a table of text."""
 import re
+import shutil
 import sys
+
+HEADS = ("Keyword", "Position", "Page", "Change", "Results", "Also at", "Whose", "Matched URL")
+NUMBERS = {1, 2, 4}  # columns
+CHANGE = 3
+SHOWN = 3  # further hits
 
 GREEN, RED, GREY, BOLD = "32", "31", "90", "1"
 ARROWS = {"up": "\N{UPWARDS ARROW}", "down": "\N{DOWNWARDS ARROW}", "same": "=", "none": " "}
@@ -8,10 +14,12 @@ PLAIN_ARROWS = {"up": "^", "down": "v", "same": "=", "none": " "}
 
 
 class Style:
-    """What the output can show: colours only on a terminal, arrows only where the encoding has them."""
+    """What the output can show: colours only on a terminal, arrows only where the encoding has them. On a terminal
+    the table is as wide as that, elsewhere as wide as it is."""
 
     def __init__(self, stream=sys.stdout):
         self.colours = stream.isatty()
+        self.width = shutil.get_terminal_size().columns if self.colours else 0
         try:
             "".join(ARROWS.values()).encode(stream.encoding or "ascii")
             self.arrows = ARROWS
@@ -45,6 +53,7 @@ def movement(row):
     return "rose" if int(now) < int(before) else "fell" if int(now) > int(before) else "kept"
 
 
+# movement: arrow and colour
 LOOKS = {"new": ("up", GREEN), "rose": ("up", GREEN), "fell": ("down", RED), "kept": ("same", ""),
          "lost": ("down", RED), "absent": ("none", GREY)}
 
@@ -57,27 +66,40 @@ def change_text(row, style):
     return f"{text} {moved}" if moved in ("new", "lost") else text
 
 
+def further_text(further):
+    """The positions of further hits, the first of them."""
+    positions = ", ".join(row["CurPos"] for row in further[:SHOWN])
+    return f"{positions} +{len(further) - SHOWN}" if len(further) > SHOWN else positions
+
+
+def elided(text, width):
+    """The text without its middle where it is too long."""
+    if len(text) <= width:
+        return text
+    kept = width - 3
+    return text[:(kept + 1) // 2] + "..." + text[len(text) - kept // 2:]
+
+
 def render(rows, whose, style):
     """The table's lines. whose(url) tells to whom a matched URL belongs."""
-    cells = [("Keyword", "Position", "Page", "Change", "Results", "Also at", "Whose", "Matched URL")]
+    cells = [HEADS]
     colours = [BOLD]
     for row, further in group(rows):
         found = bool(row["CurPos"])
         cells.append((row["Keyword"], row["CurPos"], row["Page"], change_text(row, style), row["Count"],
-                      ", ".join(other["CurPos"] for other in further),
-                      whose(row["URL"]) if found else "", row["URL"] if found else ""))
+                      further_text(further), whose(row["URL"]) if found else "", row["URL"] if found else ""))
         colours.append(LOOKS[movement(row)][1])
-    widths = [max(len(line[column]) for line in cells) for column in range(len(cells[0]))]
-    right = {1, 2, 4}
+    widths = [max(len(line[column]) for line in cells) for column in range(len(HEADS))]
+    if style.width:
+        widths[-1] = max(20, min(widths[-1], style.width - sum(widths[:-1]) - 2 * (len(widths) - 1)))
     lines = []
     for line, colour in zip(cells, colours):
-        padded = [text.rjust(width) if column in right else text.ljust(width)
+        padded = [elided(text, width).rjust(width) if column in NUMBERS else elided(text, width).ljust(width)
                   for column, (text, width) in enumerate(zip(line, widths))]
-        if colour == BOLD:
-            lines.append(style.colour("  ".join(padded).rstrip(), BOLD))
-            lines.append("  ".join("-" * width for width in widths))
+        if line is HEADS:
+            lines += [style.colour("  ".join(padded).rstrip(), BOLD), "  ".join("-" * width for width in widths)]
         else:
-            padded[3] = style.colour(padded[3], colour)
+            padded[CHANGE] = style.colour(padded[CHANGE], colour)
             lines.append("  ".join(padded).rstrip())
     return lines
 

@@ -20,6 +20,12 @@ class Definition:
     per_page: int
     paged: bool
     any_word: bool = False
+    stock: bool = False  # Omega's own page, which searches titles and file names too
+
+    def count_text(self, count):
+        """What is cut out of the page as the number of hits."""
+        # The stock page says "All 45 matches" when it holds them all, and the definition looks for other words.
+        return "" if count == 0 or self.stock and count <= self.per_page else str(count)
 
 
 class Order:
@@ -30,16 +36,17 @@ class Order:
         template = Path(index_folder, "templates", "order")
         template.write_bytes(Path(__file__).with_name("order.template").read_bytes())
 
-    def ask(self, keyword, any_word):
-        """The number of hits and their addresses."""
+    def ask(self, keyword, definition):
+        """The addresses of all hits for a query as the definition makes it."""
         done = subprocess.run([engine.CGI, "DB=default", "FMT=order", "HITSPERPAGE=10000", "MINHITS=10000",
-                               f"DEFAULTOP={'or' if any_word else 'and'}", f"P={keyword}"],
+                               f"DEFAULTOP={'or' if definition.any_word else 'and'}",
+                               f"STOCK={'1' if definition.stock else ''}", f"P={keyword}"],
                               env=self._environment, stdin=subprocess.DEVNULL, capture_output=True, check=True)
         count, *urls = done.stdout.decode("latin-1").partition("\n\n")[2].split("\n")
         urls = [url for url in urls if url]
         if int(count) != len(urls):
             raise RuntimeError(f"Omega tells of {count} hits for {keyword!r} and shows {len(urls)}")
-        return int(count), urls
+        return urls
 
 
 def shown(url):
@@ -69,11 +76,11 @@ def belongs(url, tracked):
     return short in wanted or wanted in short
 
 
-def rows(keyword, count, listings, tracked, status):
+def rows(keyword, count_text, listings, tracked, status):
     """The rows of a keyword that is looked up for the first time: its own, then one per further hit."""
     hits = [(position, page, url) for position, (url, page) in enumerate(listings, 1)
             for address in tracked if belongs(url, address)]
-    result = [{"Keyword": keyword, "Count": str(count) if count else "", "CurPos": "", "Page": "",
+    result = [{"Keyword": keyword, "Count": count_text, "CurPos": "", "Page": "",
                "LastPosition": "", "Change": "", "URL": "", "Status": status}]
     for number, (position, page, url) in enumerate(hits):
         found = {"CurPos": str(position), "Page": str(page), "URL": url}

@@ -68,10 +68,11 @@ class Demo(unittest.TestCase):
         tracked = [shops[number].host for number in run.OWN + run.COMPETITORS]
         result = {}
         for keyword in project.KEYWORDS:
-            count, urls = order.ask(keyword, any_word=False)
-            first, *further = expected.rows(keyword, count, expected.walk(urls, ENGINE, project.LINKS), tracked, "")
-            result[keyword] = (first["CurPos"], first["Page"], first["Count"], first["URL"],
-                               ", ".join(row["CurPos"] for row in further))
+            urls = order.ask(keyword, ENGINE)
+            first, *further = expected.rows(keyword, ENGINE.count_text(len(urls)),
+                                            expected.walk(urls, ENGINE, project.LINKS), tracked, "")
+            also = ", ".join(row["CurPos"] for row in further[:3]) + (f" +{len(further) - 3}" if further[3:] else "")
+            result[keyword] = (first["CurPos"], first["Page"], first["Count"], first["URL"], also)
         return result
 
     def test_shows_positions_and_then_changes(self):
