@@ -68,11 +68,10 @@ void CurlMulti::closeHandle(CURL *easy, Client &client)
 
 void CurlMulti::start(CURL *easy, Client &client)
 {
-    if (curl_multi_add_handle(m_multi, easy) == CURLM_OK)
-        perform(CURL_SOCKET_TIMEOUT, 0);
-    else
-        m_ended.push_back(&client);
-    tellLater();
+    // libcurl asks for a tick at once, and also sends what is due whenever a socket wakes it: a transfer that
+    // is started in the handler of one end is on its way before the next end is told.
+    if (curl_multi_add_handle(m_multi, easy) != CURLM_OK)
+        endLater(client);
 }
 
 void CurlMulti::stop(CURL *easy, Client &client)
@@ -86,11 +85,18 @@ void CurlMulti::stop(CURL *easy, Client &client)
 void CurlMulti::endLater(Client &client)
 {
     m_ended.push_back(&client);
-    tellLater();
+    QMetaObject::invokeMethod(
+        &m_timer,
+        [this] {
+            const auto alive = shared_from_this();
+            tellEnded();
+        },
+        Qt::QueuedConnection);
 }
 
-void CurlMulti::perform(curl_socket_t socket, int events)
+void CurlMulti::act(curl_socket_t socket, int events)
 {
+    const auto alive = shared_from_this();
     int running = 0;
     curl_multi_socket_action(m_multi, socket, events, &running);
     int left = 0;
@@ -103,40 +109,18 @@ void CurlMulti::perform(curl_socket_t socket, int events)
         curl_multi_remove_handle(m_multi, easy);
         m_ended.push_back(client);
     }
-}
-
-void CurlMulti::act(curl_socket_t socket, int events)
-{
-    const auto alive = shared_from_this();
-    perform(socket, events);
     tellEnded();
 }
 
 void CurlMulti::tellEnded()
 {
-    // Those that have ended by now. One that is started again by its client and fails at once waits for the
+    // Those that have ended by now. One that its client starts again, and that fails at once, waits for the
     // next turn of the event loop, or the loop would not turn any more.
     for (auto left = m_ended.size(); left > 0 && !m_ended.empty(); --left) {
         Client *client = m_ended.front();
         m_ended.pop_front();
         client->transferEnded();
     }
-    tellLater();
-}
-
-void CurlMulti::tellLater()
-{
-    if (m_ended.empty() || m_tellingLater)
-        return;
-    m_tellingLater = true;
-    QMetaObject::invokeMethod(
-        &m_timer,
-        [this] {
-            const auto alive = shared_from_this();
-            m_tellingLater = false;
-            tellEnded();
-        },
-        Qt::QueuedConnection);
 }
 
 int CurlMulti::onSocket(CURL *, curl_socket_t socket, int what, void *self, void *) noexcept

@@ -42,7 +42,7 @@ public:
     /// Ends what the handle does, without telling its client, and frees it.
     void closeHandle(CURL *easy, Client &client);
 
-    /// Starts the transfer that the handle has been set up for; what can be sent at once is sent at once.
+    /// Starts the transfer that the handle has been set up for.
     void start(CURL *easy, Client &client);
     /// Cuts the transfer off; the client is told later. Once it has ended by itself this does nothing.
     void stop(CURL *easy, Client &client);
@@ -61,10 +61,8 @@ private:
 
     void watch(curl_socket_t socket, std::unique_ptr<QSocketNotifier> &notifier, QSocketNotifier::Type type,
                bool wanted);
-    void perform(curl_socket_t socket, int events);
     void act(curl_socket_t socket, int events);
     void tellEnded();
-    void tellLater();
 
     CURLM *m_multi;
     CURLSH *m_share;
@@ -73,7 +71,6 @@ private:
     // Switched off rather than destroyed when libcurl lets go of a socket: the number is soon used again.
     std::unordered_map<curl_socket_t, Socket> m_sockets;
     std::deque<Client *> m_ended; // over, their clients not yet told
-    bool m_tellingLater = false;
 };
 
 } // namespace sondrel

@@ -131,15 +131,19 @@ TEST_F(CurlEvents, keepsTheEventLoopTurningWhenEveryTransferFailsAtOnce)
 
 TEST_F(CurlEvents, sendsTheNextRequestBeforeItTellsOfTheNextEnd)
 {
-    // Two ends that come together: the first one's handler starts again, and its request must not wait for
-    // what the second one's handler does.
+    // Two ends that come together, in whatever order: the first one's handler starts again, and its request
+    // must not wait for what the second one's handler does.
     HttpControl *second = addControl();
     holdRequests();
-    whenEnded([this] { control->Get(); });
     bool sent = false;
-    QObject::connect(second, &HttpControl::stateChanged, [&] {
-        sent = std::any_of(held.begin(), held.end(), std::mem_fn(&Peer::hasUnreadBytes));
-    });
+    for (HttpControl *each : {control, second}) {
+        QObject::connect(each, &HttpControl::stateChanged, [&, each] {
+            if (ended == 2)
+                sent = std::any_of(held.begin(), held.end(), std::mem_fn(&Peer::hasUnreadBytes));
+            else
+                each->Get();
+        });
+    }
     start();
     second->Url = server.url(u"/"_s);
     second->Get();
@@ -303,6 +307,15 @@ TEST_F(CurlEvents, closesTheConnectionOfABusyControlThatGoes)
     ASSERT_TRUE(waitUntil([this] { return held.size() == 1; }));
     controls.clear();
     EXPECT_TRUE(waitUntil([this] { return server.open == 0; }));
+    EXPECT_EQ(ended, 0);
+}
+
+TEST_F(CurlEvents, tellsNothingOfAnAbortedControlThatGoes)
+{
+    start();
+    control->Abort();
+    controls.clear();
+    QCoreApplication::processEvents();
     EXPECT_EQ(ended, 0);
 }
 

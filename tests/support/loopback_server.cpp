@@ -15,7 +15,7 @@ bool waitUntil(const std::function<bool()> &condition)
 {
     QTimer limit;
     limit.setSingleShot(true);
-    limit.start(10000);
+    limit.start(60000);
     QEventLoop loop;
     while (!condition()) {
         if (!limit.isActive())

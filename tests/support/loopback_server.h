@@ -13,7 +13,7 @@
 
 namespace sondrel {
 
-/// Lets the event loop run until the condition holds. False when it does not within ten seconds.
+/// Lets the event loop run until the condition holds. False when it does not within a minute.
 bool waitUntil(const std::function<bool()> &condition);
 
 /// A small HTTP server on 127.0.0.1, on the event loop of the test. It answers with what the test tells, byte
