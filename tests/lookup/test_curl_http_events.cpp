@@ -115,18 +115,60 @@ TEST_F(CurlEvents, startsTheNextTransferFromInsideTheEvent)
     EXPECT_EQ(server.connections, 1);
 }
 
-TEST_F(CurlEvents, keepsTheEventLoopTurningWhenEveryTransferFailsAtOnce)
+namespace {
+
+class FailingAtOnce : public TransportTest, public testing::WithParamInterface<QString>
 {
-    whenEnded([this] {
-        control->Url = u"ftp://127.0.0.1/"_s;
-        control->Get();
-    });
-    control->Url = u"ftp://127.0.0.1/"_s;
+};
+
+} // namespace
+
+TEST_P(FailingAtOnce, keepsTheEventLoopTurningWhenItIsStartedAgainAndAgain)
+{
+    control->Url = GetParam();
+    QObject::connect(control, &HttpControl::stateChanged, [this] { control->Get(); });
     control->Get();
     bool ticked = false;
     QTimer::singleShot(5, [&ticked] { ticked = true; });
     EXPECT_TRUE(waitUntil([&ticked] { return ticked; }));
     EXPECT_GT(ended, 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Addresses, FailingAtOnce, testing::Values(u""_s, u"ftp://127.0.0.1/"_s));
+
+TEST_F(CurlEvents, tellsOfTransfersThatFailTogether)
+{
+    HttpControl *second = addControl();
+    for (HttpControl *each : {control, second}) {
+        each->Url = u"ftp://127.0.0.1/"_s;
+        each->Get();
+    }
+    ASSERT_TRUE(waitForEnds(2));
+    EXPECT_FALSE(control->Busy());
+    EXPECT_FALSE(second->Busy());
+}
+
+TEST_F(CurlEvents, tellsOnceOfAFailedTransferThatIsAborted)
+{
+    HttpControl *second = addControl();
+    QObject::connect(control, &HttpControl::stateChanged, [second] { second->Abort(); });
+    for (HttpControl *each : {control, second}) {
+        each->Url = u"ftp://127.0.0.1/"_s;
+        each->Get();
+    }
+    ASSERT_TRUE(waitForEnds(2));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(ended, 2);
+}
+
+TEST_F(CurlEvents, tellsOnceOfAWrongAddressThatIsAborted)
+{
+    control->Url.clear();
+    control->Get();
+    control->Abort();
+    ASSERT_TRUE(waitForEnds(1));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(ended, 1);
 }
 
 TEST_F(CurlEvents, sendsTheNextRequestBeforeItTellsOfTheNextEnd)
