@@ -118,6 +118,7 @@ TEST_F(RankingRun, storesPositionStatusAndCount)
 
 TEST_F(RankingRun, readsOnePageWhenItHoldsEnoughLinks)
 {
+    world.account->LinksNum = 10;
     start({u"boots"_s});
     world.http.answer(0, LookupWorld::page(LookupWorld::fillers(10), "/find?p=2"));
     EXPECT_EQ(world.http.requests.size(), 1U);
@@ -351,7 +352,6 @@ TEST_F(RankingRun, leavesNoTransferWhenItsPoolIsClosed)
 
 TEST_F(RankingRun, looksUpKeywordsThatAreNoFileNames)
 {
-    world.account->LinksNum = 5;
     start({u"tcp/ip"_s, u"a\\b"_s, u".."_s, u"50%"_s});
     for (std::size_t i = 0; i < 4; ++i)
         world.http.answer(i, LookupWorld::page({"http://site.example/"}));

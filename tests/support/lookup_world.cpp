@@ -42,7 +42,7 @@ LookupWorld::LookupWorld() : engines(app), account(std::make_shared<clsAccount>(
     app.EngineCatalogue = &engines;
     takeLog(); // loading tells of the empty table once
     account->Name = u"Demo"_s;
-    account->LinksNum = 10;
+    account->LinksNum = 1;
     account->URLs.emplace();
     account->URLs->Add({u"site.example"_s, false}, u"site.example"_s);
     account->URLs->Add({u"rival.example"_s, true}, u"rival.example"_s);
