@@ -24,12 +24,13 @@ def main(arguments=None):
     parser.add_argument("--folder", type=Path, default=ROOT / "build" / "demo",
                         help="where the demo keeps its files (default: build/demo)")
     parser.add_argument("--fresh", action="store_true", help="forget earlier runs first")
+    parser.add_argument("--stay", action="store_true", help="keep the search engine until Ctrl+C, to try it out")
     options = parser.parse_args(arguments)
     # A request to end is an exception like Ctrl+C, so that what was started is stopped.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
     signal.signal(signal.SIGHUP, lambda *_: sys.exit(129))
     try:
-        return run(options.probe.resolve(), options.folder.resolve(), options.fresh)
+        return run(options.probe.resolve(), options.folder.resolve(), options.fresh, options.stay)
     except KeyboardInterrupt:
         print("\nscript/run: stopped", file=sys.stderr)
         return 130
@@ -40,7 +41,7 @@ def main(arguments=None):
     return 1
 
 
-def run(probe, folder, fresh):
+def run(probe, folder, fresh=False, stay=False):
     engine.check()
     folder.mkdir(parents=True, exist_ok=True)
     with open(folder / "lock", "w", encoding="ascii") as lock:
@@ -57,7 +58,11 @@ def run(probe, folder, fresh):
             print(f"Looking up the project {project.NAME} on {server.base} ...", flush=True)
             with Probe(probe, folder / "app", folder / "system", folder / "settings.ini") as operations:
                 answer = operations.ask("Lookup", project.NAME, project.ENGINE, "all")
-        return show(answer, folder, shops)
+            show(answer, folder, shops)
+            if stay:
+                print(f"\nThe search engine stays at {server.base} until you press Ctrl+C.", flush=True)
+                signal.pause()
+    return 0
 
 
 def remove(path):
@@ -104,7 +109,6 @@ The sites change a little with every run: run it again and see who rose and who 
     failed = [row["Keyword"] for row in rows if row["Status"] == "Failed"]
     if answer["result"] != "completed" or failed:
         raise Stop(f"the lookup was {answer['result']}, without an answer for: {', '.join(failed) or '-'}")
-    return 0
 
 
 if __name__ == "__main__":
