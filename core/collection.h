@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QString>
 
+#include <iterator>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -109,6 +110,13 @@ private:
     class Iterator
     {
     public:
+        using iterator_category = std::forward_iterator_tag;
+        using value_type = Item;
+        using difference_type = std::ptrdiff_t;
+        using pointer = Value *;
+        using reference = Value &;
+
+        Iterator() = default;
         explicit Iterator(Inner inner) : m_inner(inner) {}
         Value &operator*() const { return m_inner->item; }
         Value *operator->() const { return &m_inner->item; }
@@ -117,10 +125,11 @@ private:
             ++m_inner;
             return *this;
         }
+        Iterator operator++(int) { return Iterator(m_inner++); }
         bool operator==(const Iterator &) const = default;
 
     private:
-        Inner m_inner;
+        Inner m_inner{};
     };
 
 public:

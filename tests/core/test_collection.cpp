@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 using namespace sondrel;
 
@@ -161,6 +163,15 @@ TEST(Collection, letsItsItemsBeChanged)
     *collection.find(u"b"_s) = u"y"_s;
     EXPECT_EQ(itemsOf(collection), (QStringList{u"x"_s, u"y"_s}));
     EXPECT_EQ(collection.at(u"a"_s), u"x"_s);
+}
+
+TEST(Collection, worksWithAlgorithms)
+{
+    const auto collection = words({u"a"_s, u"b"_s, u"a2"_s});
+    const auto startsWithB = [](const QString &item) { return item.startsWith(u'b'); };
+    EXPECT_EQ(std::count_if(collection.begin(), collection.end(), startsWithB), 1);
+    EXPECT_EQ(*std::find_if(collection.begin(), collection.end(), startsWithB), u"b"_s);
+    static_assert(std::forward_iterator<decltype(collection.begin())>);
 }
 
 TEST(Collection, isCopiedAsAWhole)

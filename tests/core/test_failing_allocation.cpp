@@ -119,6 +119,18 @@ TEST(FailingAllocation, leavesTheErrorLogAbleToTellIt)
     EXPECT_EQ(world.takeLog(), u"Tag: Out of memory"_s);
 }
 
+TEST(FailingAllocation, neverMakesALogWriteRaise)
+{
+    World world;
+    bool happened = true;
+    for (int successes = 0; happened; ++successes) {
+        const FailingAllocation failure(successes);
+        world.app.WriteErrorLog(Word);
+        happened = failure.happened();
+    }
+    EXPECT_TRUE(world.takeLog().endsWith(Word));
+}
+
 TEST(FailingAllocation, endsWithItsScope)
 {
     {

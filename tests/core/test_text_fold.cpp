@@ -16,6 +16,51 @@ TEST(TextFold, keepsLengthForEveryUnit)
         ASSERT_EQ(folded(QString(QChar(unit))).size(), 1);
 }
 
+TEST(TextFold, foldsLongTextsUnitByUnit)
+{
+    QString text;
+    for (int unit = 0; unit < 0x10000; ++unit)
+        text += u"Plain ASCII in between, LONG enough for any block of 64 units: "_s.first(unit % 64) +
+                QChar(unit);
+    const QString whole = folded(text);
+    ASSERT_EQ(whole.size(), text.size());
+    for (qsizetype at = 0; at < text.size(); ++at)
+        ASSERT_EQ(whole[at].unicode(), foldCase(text[at].unicode())) << "at " << at;
+}
+
+TEST(TextFold, findsTheFirstOccurrenceAtEveryPlace)
+{
+    const QString needle = u"<li>"_s;
+    for (qsizetype place = 0; place < 300; ++place) {
+        const QString text = QString(place, u'<') + needle + u"<li><li"_s;
+        ASSERT_EQ(indexOfExactly(text, needle), place);
+        ASSERT_EQ(indexOfExactly(text, needle, place), place);
+        ASSERT_EQ(indexOfExactly(text, needle, place + 1), place + 4);
+        ASSERT_EQ(indexOfExactly(text, needle, place + 5), -1);
+        ASSERT_EQ(indexOfIgnoringCase(text.toUpper(), needle), place);
+    }
+}
+
+TEST(TextFold, findsNothingThatIsLongerThanTheText)
+{
+    EXPECT_EQ(indexOfExactly(u"ab", u"abc"), -1);
+    EXPECT_EQ(indexOfIgnoringCase(u"ab", u"abc"), -1);
+    EXPECT_EQ(indexOfExactly(u"", u"a"), -1);
+    EXPECT_EQ(indexOfExactly(u"abc", u"abc", 1), -1);
+}
+
+TEST(TextFold, comparesWithoutRegardToCase)
+{
+    EXPECT_TRUE(equalsIgnoringCase(u"LastLookUp", u"LASTLOOKUP"));
+    EXPECT_FALSE(equalsIgnoringCase(u"ab", u"abc"));
+    EXPECT_FALSE(equalsIgnoringCase(u"stra\u00dfe", u"strasse"));
+    EXPECT_TRUE(equalsIgnoringCase(u"", u""));
+    EXPECT_TRUE(startsWithIgnoringCase(u"HTTPS://a", u"http"));
+    EXPECT_TRUE(startsWithIgnoringCase(u"a", u""));
+    EXPECT_FALSE(startsWithIgnoringCase(u"ht", u"http"));
+    EXPECT_TRUE(containsIgnoringCase(u"x[MARKETS]y", u"[markets]"));
+}
+
 TEST(TextFold, findsEmptyNeedleUpToTheEndOnly)
 {
     EXPECT_EQ(indexOfIgnoringCase(u"abc", u"", 3), 3);
