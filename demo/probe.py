@@ -21,11 +21,13 @@ class Probe:
         return self
 
     def __exit__(self, *_):
-        # An operation may still be under way when an error or Ctrl+C leads here.
-        self._process.kill()
-        self._process.wait()
         with contextlib.suppress(BrokenPipeError):
             self._process.stdin.close()
+        # It ends with its input, once it has finished what it is at; an interrupted run does not wait long for that.
+        with contextlib.suppress(subprocess.TimeoutExpired):
+            self._process.wait(5)
+        self._process.kill()
+        self._process.wait()
         self._process.stdout.close()
 
     def ask(self, operation, *arguments, **members):
@@ -43,8 +45,3 @@ class Probe:
         if "error" in answer:
             raise ProbeFailed(f"{operation}: {answer['error']}")
         return answer
-
-    def close(self):
-        """Lets the probe end by itself; returns its exit status (a sanitizer has its say there)."""
-        self._process.stdin.close()
-        return self._process.wait()

@@ -106,7 +106,7 @@ class Demo(unittest.TestCase):
             with self.subTest(number), self.start(start_new_session=True) as process:
                 self.assertIn("Looking up", process.stdout.readline())
                 os.killpg(process.pid, number)
-                process.communicate(timeout=60)
+                process.communicate(timeout=300)
                 self.assertEqual(process.returncode, status)
                 self.assertEqual(processes_with(str(self.folder)), [])
 
@@ -114,9 +114,9 @@ class Demo(unittest.TestCase):
         with self.start(start_new_session=True) as process:
             self.assertIn("Looking up", process.stdout.readline())
             with self.start() as second:
-                _, errors = second.communicate(timeout=60)
+                _, errors = second.communicate(timeout=300)
             os.killpg(process.pid, signal.SIGKILL)
-            process.communicate(timeout=60)
+            process.communicate(timeout=300)
         self.assertEqual((second.returncode, errors), (1, f"script/run: another run uses {self.folder}\n"))
 
 
