@@ -34,8 +34,8 @@ QStringList qtFilters(const QString &pairs)
     const QStringList parts = pairs.split(u'|');
     QStringList filters;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-        const QString patterns = QString(parts[i + 1]).replace(u';', u' ').replace(QStringLiteral("*.*"),
-                                                                                    QStringLiteral("*"));
+        const QString patterns =
+            QString(parts[i + 1]).replace(u';', u' ').replace(QStringLiteral("*.*"), QStringLiteral("*"));
         const qsizetype bracket = parts[i].indexOf(u'(');
         const QString name = bracket < 0 ? parts[i] : parts[i].first(bracket).trimmed();
         filters.append(name + QStringLiteral(" (") + patterns + u')');
@@ -49,7 +49,8 @@ MessageAnswer QtDesktop::showMessage(const MessageBox &box)
 {
     const bool asks = box.buttons == MessageButtons::YesNo;
     QMessageBox dialog(qtIcon(box.icon), box.title, box.text,
-                       asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, QApplication::activeWindow());
+                       asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok,
+                       QApplication::activeWindow());
     dialog.setObjectName(QStringLiteral("messageBox"));
     // Texts hold names and addresses of strangers; none of it is markup.
     dialog.setTextFormat(Qt::PlainText);
@@ -109,8 +110,13 @@ void QtDesktop::beep()
 bool QtDesktop::open(const QString &target, ShowMode)
 {
     // How large the window comes up is the opened program's own affair here.
-    const QFileInfo file(target);
-    const QUrl url = file.isAbsolute() ? QUrl::fromLocalFile(target) : QUrl::fromUserInput(target);
+    QString address = target;
+    // Callers put "http://" in front of whatever does not hold it, secure addresses included.
+    if (const auto doubled = QStringLiteral("http://https://");
+        address.startsWith(doubled, Qt::CaseInsensitive))
+        address.remove(0, 7);
+    const QFileInfo file(address);
+    const QUrl url = file.isAbsolute() ? QUrl::fromLocalFile(address) : QUrl::fromUserInput(address);
     return url.isValid() && QDesktopServices::openUrl(url);
 }
 
