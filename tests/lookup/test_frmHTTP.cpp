@@ -43,6 +43,7 @@ protected:
         http->Object = &client;
         QObject::connect(http.get(), &frmHTTP::Unloaded, [this] {
             ++unloaded;
+            EXPECT_EQ(http->Object, nullptr);
             http.reset();
         });
     }

@@ -387,6 +387,13 @@ TEST(SocketSettingValues, keepNoTokenWithoutAPassword)
     EXPECT_EQ(setting.AuthToken, QString());
 }
 
+TEST(SocketSettingValues, takeANegativeTimeOutForNone)
+{
+    SocketSetting setting;
+    setting.TimeOut = -5;
+    EXPECT_EQ(setting.timeOutInterval(), 0);
+}
+
 TEST_F(Ranking, cancelsAllSlotsInSilence)
 {
     load(3);
