@@ -40,9 +40,9 @@ class Demo(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.folder = Path(folder.name).resolve()
 
-    def start(self, **members):
+    def start(self, *arguments, **members):
         command = [sys.executable, "-m", "demo.run", "--probe", os.environ["SONDREL_PROBE"], "--folder",
-                   str(self.folder)]
+                   str(self.folder), *arguments]
         return subprocess.Popen(command, cwd=ROOT, env=dict(os.environ, PYTHONIOENCODING="utf-8"),
                                 stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                                 encoding="utf-8", **members)
@@ -104,7 +104,7 @@ class Demo(unittest.TestCase):
 
     def test_stops_what_it_started_when_interrupted(self):
         for number, status in ((signal.SIGINT, 130), (signal.SIGTERM, 143)):
-            with self.subTest(number), self.start(start_new_session=True) as process:
+            with self.subTest(number), self.start("--stay", start_new_session=True) as process:
                 self.assertIn("Looking up", process.stdout.readline())
                 os.killpg(process.pid, number)
                 process.communicate(timeout=300)
