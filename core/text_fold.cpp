@@ -1,5 +1,6 @@
 #include "core/text_fold.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -19,6 +20,35 @@ const std::array<char16_t, 0x10000> &foldTable()
     return table;
 }
 
+// Pages are folded and searched in blocks: the loops over one have no way out but their end, so that the
+// compiler makes them work on many units at a time.
+constexpr qsizetype Block = 64;
+
+bool isAscii(const char16_t *units)
+{
+    char16_t any = 0;
+    for (qsizetype i = 0; i < Block; ++i)
+        any = static_cast<char16_t>(any | units[i]);
+    return any < 0x80;
+}
+
+void foldAscii(const char16_t *in, char16_t *out)
+{
+    for (qsizetype i = 0; i < Block; ++i) {
+        const auto offset = static_cast<char16_t>(in[i] - u'A');
+        out[i] = static_cast<char16_t>(in[i] + (offset < 26 ? 32 : 0));
+    }
+}
+
+// Whether there is a place in the block where head holds first and tail holds last.
+bool holdsBoth(const char16_t *head, char16_t first, const char16_t *tail, char16_t last)
+{
+    char16_t any = 0;
+    for (qsizetype i = 0; i < Block; ++i)
+        any = static_cast<char16_t>(any | ((head[i] == first) & (tail[i] == last)));
+    return any != 0;
+}
+
 } // namespace
 
 char16_t foldCase(char16_t unit)
@@ -30,9 +60,16 @@ QString folded(QStringView text)
 {
     QString result(text.size(), Qt::Uninitialized);
     const auto &table = foldTable();
-    QChar *out = result.data();
-    for (const QChar unit : text)
-        *out++ = table[unit.unicode()];
+    const char16_t *in = text.utf16();
+    auto *out = reinterpret_cast<char16_t *>(result.data());
+    const char16_t *const end = in + text.size();
+    for (; end - in >= Block; in += Block, out += Block) {
+        if (isAscii(in))
+            foldAscii(in, out);
+        else
+            std::transform(in, in + Block, out, [&](char16_t unit) { return table[unit]; });
+    }
+    std::transform(in, end, out, [&](char16_t unit) { return table[unit]; });
     return result;
 }
 
@@ -74,23 +111,25 @@ bool containsIgnoringCase(QStringView text, QStringView needle)
 
 qsizetype indexOfExactly(QStringView text, QStringView needle, qsizetype from)
 {
-    if (from > text.size())
-        return -1;
     if (needle.isEmpty())
-        return from;
-    // memmem runs many units at a time, but sees bytes: a hit at an odd byte is between two units.
-    const char *begin = reinterpret_cast<const char *>(text.utf16());
-    const char *end = begin + text.size() * 2;
-    const char *at = begin + from * 2;
-    const auto length = static_cast<std::size_t>(needle.size()) * 2;
-    while (at < end) {
-        const void *hit = memmem(at, static_cast<std::size_t>(end - at), needle.utf16(), length);
-        if (!hit)
-            return -1;
-        const qsizetype offset = static_cast<const char *>(hit) - begin;
-        if (offset % 2 == 0)
-            return offset / 2;
-        at = static_cast<const char *>(hit) + 1;
+        return from <= text.size() ? from : -1;
+    const char16_t first = needle.front().unicode();
+    const char16_t last = needle.back().unicode();
+    const qsizetype reach = needle.size() - 1;
+    const auto bytes = static_cast<std::size_t>(needle.size()) * sizeof(char16_t);
+    const char16_t *const units = text.utf16();
+    const qsizetype end = text.size() - reach; // behind the last place where it fits
+    for (qsizetype at = from; at < end;) {
+        const qsizetype stop = std::min(at + Block, end);
+        if (stop - at == Block && !holdsBoth(units + at, first, units + at + reach, last)) {
+            at = stop;
+            continue;
+        }
+        for (; at < stop; ++at) {
+            if (units[at] == first && units[at + reach] == last &&
+                std::memcmp(units + at, needle.utf16(), bytes) == 0)
+                return at;
+        }
     }
     return -1;
 }

@@ -3,6 +3,8 @@
 #include "core/modUtilit.h"
 #include "core/text_fold.h"
 
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace sondrel {
@@ -27,13 +29,29 @@ QString middle(const QString &text, qsizetype position, qsizetype length)
     return text.mid(position - 1, length);
 }
 
+bool hasRunsOrLineEnds(QStringView text)
+{
+    QChar before;
+    for (const QChar unit : text) {
+        if (unit == u'\r' || unit == u'\n' || (unit == u' ' && before == u' '))
+            return true;
+        before = unit;
+    }
+    return false;
+}
+
+// Most elements hold nothing of what is to go, so each step looks first whether there is any.
 QString onOneLine(ApplicationContext &app, QStringView element)
 {
     QString text = element.toString();
-    if (element.contains(u'>') && element.contains(u'<'))
+    if (text.contains(u'>') && text.contains(u'<'))
         text = StripHTML(app, text);
-    text = CollapseSpaces(std::move(text));
-    text = replacedIgnoringCase(trimBlanks(text).toString(), u"&nbsp;", {});
+    if (hasRunsOrLineEnds(text))
+        text = CollapseSpaces(std::move(text));
+    if (text.startsWith(u' ') || text.endsWith(u' '))
+        text = trimBlanks(text).toString();
+    if (text.contains(u'&'))
+        text = replacedIgnoringCase(text, u"&nbsp;", {});
     text.removeIf([](QChar unit) { return unit == u'"' || unit == u'\''; });
     return text;
 }

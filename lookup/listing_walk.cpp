@@ -45,15 +45,13 @@ ListingWalk::ListingWalk(ApplicationContext &app, const ListingForm &form, const
 
 std::optional<Piece> ListingWalk::nextSection()
 {
-    if (!m_walks || !m_page.contains(m_rest, m_sectionStart) || !m_page.contains(m_rest, m_sectionStop))
+    if (!m_walks)
         return std::nullopt;
     const Piece before = m_rest;
-    const Piece section = m_page.takeSection(m_rest, m_sectionStart, m_sectionStop);
+    const auto section = m_page.takeDelimitedSection(m_rest, m_sectionStart, m_sectionStop);
     // An end string that occurs only in front of, or within, the begin string would give the same rest for
     // ever.
-    if (m_rest == before)
-        return std::nullopt;
-    return section;
+    return m_rest == before ? std::nullopt : section;
 }
 
 std::optional<Listing> ListingWalk::next()

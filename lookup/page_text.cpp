@@ -2,6 +2,7 @@
 
 #include "core/text_fold.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace sondrel {
@@ -33,20 +34,38 @@ Piece PageText::trimmed(Piece piece) const
 Piece PageText::takeSection(Piece &rest, const Needle &begin, const Needle &end) const
 {
     const qsizetype first = find(rest, rest.begin, begin);
-    if (first < 0) {
-        const qsizetype last = find(rest, rest.begin, end);
-        if (last < 0)
-            return rest;
-        const Piece section{rest.begin, last + 1};
-        rest.begin = last;
-        return section;
-    }
+    if (first >= 0)
+        return take(rest, first, find(rest, first + begin.size(), end), end);
+    const qsizetype last = find(rest, rest.begin, end);
+    if (last < 0)
+        return rest;
+    const Piece section{rest.begin, last + 1};
+    rest.begin = last;
+    return section;
+}
+
+std::optional<Piece> PageText::takeDelimitedSection(Piece &rest, const Needle &begin, const Needle &end) const
+{
+    const qsizetype first = find(rest, rest.begin, begin);
+    if (first < 0)
+        return std::nullopt;
     const qsizetype last = find(rest, first + begin.size(), end);
+    if (last < 0) {
+        // Behind the begin string there is none, so it need not be looked for there again.
+        const Piece front{rest.begin, std::min(first + begin.size() + end.size(), rest.end)};
+        if (!contains(front, end))
+            return std::nullopt;
+    }
+    return take(rest, first, last, end);
+}
+
+// The section from first to last, where the end string has been found behind the begin string.
+Piece PageText::take(Piece &rest, qsizetype first, qsizetype last, const Needle &end) const
+{
     if (last <= first)
         return rest = trimmed({first, rest.end});
-    const Piece section = trimmed({first, last});
     rest.begin = last + end.size();
-    return section;
+    return trimmed({first, last});
 }
 
 Piece PageText::between(Piece in, const Needle &begin, const Needle &end) const

@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringView>
 
+#include <optional>
+
 namespace sondrel {
 
 /// A piece of a page, by the 0-based positions of its first unit and behind its last.
@@ -52,11 +54,15 @@ public:
     /// to what follows. Without the begin string the section runs through the first unit of the end string,
     /// which stays; without the end string it is all the rest, which stays too.
     Piece takeSection(Piece &rest, const Needle &begin, const Needle &end) const;
+    /// The same as long as both strings occur in rest, in any order; nothing otherwise.
+    std::optional<Piece> takeDelimitedSection(Piece &rest, const Needle &begin, const Needle &end) const;
     /// What stands between the begin and the end string; from the start of the piece when the begin string is
     /// missing, to its end when the end string is.
     Piece between(Piece in, const Needle &begin, const Needle &end) const;
 
 private:
+    Piece take(Piece &rest, qsizetype first, qsizetype last, const Needle &end) const;
+
     QString m_text;
     QString m_folded;
 };

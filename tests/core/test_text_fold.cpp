@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 using namespace Qt::Literals::StringLiterals;
 using namespace sondrel;
 
@@ -74,6 +76,31 @@ TEST(TextFold, doesNotFindAcrossHalvesOfUnits)
     // The bytes of U+4142 U+4341 hold those of U+4241 at an odd place.
     EXPECT_EQ(indexOfExactly(u"\u4142\u4341", u"\u4241"), -1);
     EXPECT_EQ(indexOfExactly(u"\u4142\u4341\u4241", u"\u4241"), 2);
+}
+
+// Long texts are folded and searched in blocks; a place may lie in, between and behind them.
+TEST(TextFold, agreesWithAPlainSearchInTextsOfEveryLength)
+{
+    std::mt19937 random(20261115);
+    for (qsizetype size = 0; size < 400; ++size) {
+        QString text(size, Qt::Uninitialized);
+        for (QChar &unit : text)
+            unit = u"ABab<\u00c9\u00e9"[random() % (size % 3 == 0 ? 7 : 5)];
+        const QString plain = folded(text);
+        for (qsizetype i = 0; i < size; ++i)
+            ASSERT_EQ(plain[i].unicode(), foldCase(text[i].unicode()));
+        for (int round = 0; round < 20; ++round) {
+            const qsizetype begin = static_cast<qsizetype>(random()) % (size + 1);
+            const QString needle = plain.mid(begin, 1 + static_cast<qsizetype>(random() % 5));
+            const qsizetype from = static_cast<qsizetype>(random()) % (size + 1);
+            qsizetype expected = from;
+            while (expected + needle.size() <= size && plain.mid(expected, needle.size()) != needle)
+                ++expected;
+            if (expected + needle.size() > size)
+                expected = -1;
+            ASSERT_EQ(indexOfExactly(plain, needle, from), expected) << size << ' ' << from;
+        }
+    }
 }
 
 TEST(TextFold, replacesFromLeftToRightWithoutOverlap)
