@@ -323,12 +323,13 @@ std::vector<qint64> ProfileFile::numberedKeys(const QString &section, double las
     return numbers;
 }
 
-// Puts a line behind all others in memory; where it stands in the file is told by who holds it.
-ProfileFile::Line ProfileFile::appended(const QByteArray &text)
+// Puts a line behind all others in memory; where it stands in the file is told by who holds it. The "=" is
+// counted from the line's begin.
+ProfileFile::Line ProfileFile::appended(const QByteArray &text, qsizetype equals)
 {
     const qsizetype begin = m_bytes.size();
     m_bytes += text;
-    return {begin, -1, m_bytes.size()};
+    return {begin, equals < 0 ? -1 : begin + equals, m_bytes.size()};
 }
 
 // The file's last line may have no end; one that gets a successor needs it.
@@ -336,48 +337,53 @@ void ProfileFile::closeLine(Line &line)
 {
     if (line.end == line.begin || isLineEnd(m_bytes[line.end - 1]))
         return;
-    const qsizetype equals = line.equals < 0 ? -1 : line.equals - line.begin;
-    line = appended(m_bytes.sliced(line.begin, line.end - line.begin) + m_lineEnd);
-    if (equals >= 0)
-        line.equals = line.begin + equals;
+    line = appended(m_bytes.sliced(line.begin, line.end - line.begin) + m_lineEnd,
+                    line.equals < 0 ? -1 : line.equals - line.begin);
 }
 
 void ProfileFile::write(const QString &section, const QString &key, const QString &value)
 {
-    const QByteArray sectionBytes = trimmed(toBytes(section)).toByteArray();
+    const int inSection = sectionToWrite(trimmed(toBytes(section)).toByteArray());
     const QByteArray keyBytes = trimmed(toBytes(key)).toByteArray();
-    const QByteArray valueBytes = toBytes(value);
-    int inSection = findSection(folded(sectionBytes));
-    if (inSection < 0) {
-        Section &last = m_sections.back();
-        closeLine(last.lines.empty() ? last.header : last.lines.back());
-        inSection = static_cast<int>(m_sections.size());
-        addSection(appended('[' + sectionBytes + ']' + m_lineEnd), sectionBytes);
-    }
-    Section &place = m_sections[static_cast<std::size_t>(inSection)];
-    if (const Line *old = findKey(inSection, folded(keyBytes))) {
-        Line &line = place.lines[static_cast<std::size_t>(old - place.lines.data())];
-        const QByteArrayView content = contentOf(line);
-        qsizetype head = line.equals + 1 - line.begin;
-        while (head < content.size() && isBlank(content[head]))
-            ++head;
-        const QByteArray text =
-            content.first(head).toByteArray() + valueBytes +
-            m_bytes.sliced(line.begin + content.size(), line.end - line.begin - content.size());
-        const qsizetype equals = line.equals - line.begin;
-        line = appended(text);
-        line.equals = line.begin + equals;
-        return;
-    }
-    // Blank lines between this section and the next stay between them.
+    auto &lines = m_sections[static_cast<std::size_t>(inSection)].lines;
+    if (const Line *old = findKey(inSection, folded(keyBytes)))
+        replaceValue(lines[static_cast<std::size_t>(old - lines.data())], toBytes(value));
+    else
+        addKey(inSection, keyBytes, toBytes(value));
+}
+
+int ProfileFile::sectionToWrite(const QByteArray &name)
+{
+    if (const int known = findSection(folded(name)); known >= 0)
+        return known;
+    Section &last = m_sections.back();
+    closeLine(last.lines.empty() ? last.header : last.lines.back());
+    addSection(appended('[' + name + ']' + m_lineEnd), name);
+    return static_cast<int>(m_sections.size()) - 1;
+}
+
+// The key, the blanks and the line's own end stay.
+void ProfileFile::replaceValue(Line &line, const QByteArray &value)
+{
+    const qsizetype size = contentOf(line).size();
+    const QByteArray text = m_bytes.sliced(line.begin, line.end - line.begin);
+    const qsizetype equals = line.equals - line.begin;
+    qsizetype head = equals + 1;
+    while (head < size && isBlank(text[head]))
+        ++head;
+    line = appended(text.first(head) + value + text.sliced(size), equals);
+}
+
+// Behind the section's last line; blank lines between this section and the next stay between them.
+void ProfileFile::addKey(int section, const QByteArray &key, const QByteArray &value)
+{
+    Section &place = m_sections[static_cast<std::size_t>(section)];
     auto after = place.lines.end();
     while (after != place.lines.begin() && trimmed(contentOf(*(after - 1))).isEmpty())
         --after;
     closeLine(after == place.lines.begin() ? place.header : *(after - 1));
-    Line line = appended(keyBytes + '=' + valueBytes + m_lineEnd);
-    line.equals = line.begin + keyBytes.size();
-    const auto added = place.lines.insert(after, line);
-    indexKey(inSection, static_cast<int>(added - place.lines.begin()));
+    const auto added = place.lines.insert(after, appended(key + '=' + value + m_lineEnd, key.size()));
+    indexKey(section, static_cast<int>(added - place.lines.begin()));
 }
 
 QByteArray ProfileFile::bytes() const

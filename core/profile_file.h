@@ -16,8 +16,8 @@ namespace sondrel {
 
 /// An INI-form file in memory, read and changed key by key: sections in square brackets, "key=value" lines,
 /// in the system code page. Names ignore case and blanks round them; the first of equal sections and keys
-/// wins; a value wholly in quotation marks loses them. It is parsed once; lines that are not changed stay as
-/// they are.
+/// wins; a value wholly in quotation marks loses them. A file that begins with the byte order mark of UTF-8
+/// is one of UTF-8. It is parsed once; lines that are not changed stay as they are.
 class ProfileFile
 {
 public:
@@ -98,8 +98,11 @@ private:
     void indexKey(int section, int line);
     void growIndex();
 
-    Line appended(const QByteArray &text);
+    Line appended(const QByteArray &text, qsizetype equals = -1);
     void closeLine(Line &line);
+    int sectionToWrite(const QByteArray &name);
+    void replaceValue(Line &line, const QByteArray &value);
+    void addKey(int section, const QByteArray &key, const QByteArray &value);
 
     const CodePage *m_codePage;
     QByteArray m_bytes;    // the file, and behind it the lines that were written

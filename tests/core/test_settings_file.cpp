@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QRandomGenerator>
+
 using namespace Qt::Literals::StringLiterals;
 using namespace sondrel;
 
@@ -163,4 +165,26 @@ TEST(SettingsFile, refusesWhatIsNoText)
 {
     EXPECT_EQ(failureOf("[A]\nx=\xff\xfe\n"), u"it is not UTF-8 text"_s);
     EXPECT_EQ(failureOf("[A]\nx=\xc3"), u"it is not UTF-8 text"_s);
+}
+
+TEST(SettingsFile, readsOrRefusesWhateverAFileHolds)
+{
+    const QByteArray valid = "[A\\B]\nx=1%41\ny=@integer:5\n[C]\nz=@bytes:00ff\n";
+    QRandomGenerator random(1); // the same bytes each time
+    int read = 0;
+    int refused = 0;
+    for (int round = 0; round < 5000; ++round) {
+        QByteArray bytes = valid;
+        for (int change = random.bounded(1, 6); change > 0; --change)
+            bytes[random.bounded(static_cast<int>(bytes.size()))] = static_cast<char>(random.bounded(256));
+        try {
+            const QByteArray again = writeSettings(readSettings(bytes));
+            ASSERT_EQ(writeSettings(readSettings(again)), again) << bytes.toHex().constData();
+            ++read;
+        } catch (const Failure &) {
+            ++refused;
+        }
+    }
+    EXPECT_GT(read, 100);
+    EXPECT_GT(refused, 100);
 }
