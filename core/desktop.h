@@ -21,7 +21,7 @@ struct MessageBox
 };
 
 /// How an opened document's window is to come up.
-enum class ShowMode { Normal = 1, Maximised = 3, Show = 5 };
+enum class ShowMode { Normal = 1, Maximised = 3, Show = 5, Default = 10 };
 
 enum class FilePick { Open, Save };
 

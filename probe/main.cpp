@@ -129,6 +129,7 @@ probe::Operations allOperations()
     probe::addTransferOperations(operations);
     probe::addLookupOperations(operations);
     probe::addSettingsOperations(operations);
+    probe::addReportOperations(operations);
     return operations;
 }
 

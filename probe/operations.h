@@ -18,5 +18,6 @@ void addProjectOperations(Operations &operations);
 void addTransferOperations(Operations &operations);
 void addLookupOperations(Operations &operations);
 void addSettingsOperations(Operations &operations);
+void addReportOperations(Operations &operations);
 
 } // namespace sondrel::probe

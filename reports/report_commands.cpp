@@ -1,0 +1,41 @@
+#include "reports/report_commands.h"
+
+#include "reports/report_files.h"
+#include "reports/report_pages.h"
+#include "reports/text_report.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace sondrel {
+
+void giveReport(ApplicationContext &app, ReportSet &set, ReportFormat format, const ShownRanking &shown,
+                const ReportStatus &status)
+{
+    status.setPanel(u"Please wait while generating reports ..."_s);
+    app.desktop.runPendingEvents();
+    {
+        const WaitCursor wait(app.desktop);
+        if (!set.ReportsFresh) {
+            set.writePages(shown.account, shown.keywords);
+            set.ReportsFresh = true;
+        }
+        set.CreateHTMLReportIndex(shown.account.Name);
+    }
+    if (format == ReportFormat::Html)
+        openReportIndex(app, shown.account.Name);
+    else
+        CreateTextReport(app, shown.account, shown.engineName, shown.keywords, status);
+    status.setPanel({});
+}
+
+void openReportIndex(ApplicationContext &app, const QString &project)
+{
+    if (const auto path = existingReport(app, project, indexFileName()))
+        openReport(app, *path, ShowMode::Normal);
+    else
+        app.desktop.showMessage({u"Report"_s,
+                                 u"Report template file is missing. You need to re-store the report "
+                                 "template file by re-install the program."_s});
+}
+
+} // namespace sondrel
