@@ -1,0 +1,577 @@
+#include "shell/frmAccount.h"
+
+#include "project/clsAccount.h"
+#include "shell/account_urls.h"
+#include "shell/frmURLs.h"
+#include "shell/tree_nodes.h"
+#include "shell/url_list_view.h"
+#include "tests/shell/dialog_test.h"
+
+#include <QComboBox>
+#include <QDateEdit>
+#include <QHeaderView>
+#include <QLabel>
+#include <QTabWidget>
+#include <QTimeEdit>
+#include <QTreeWidget>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace sondrel {
+namespace {
+
+const QDate Today(2026, 11, 15);
+
+class AccountDialog : public testing::Test
+{
+protected:
+    AccountDialog() : account(std::make_shared<clsAccount>(world.app)), dialog(world.app) {}
+
+    void SetUp() override { dialog.setAccount(account); }
+
+    // A project that could be saved as it is.
+    void fillAccount()
+    {
+        account->Name = u"Shop"_s;
+        account->Frequency = 2;
+        account->ReportFormat = 1;
+        account->LinksNum = 35;
+        account->StartDate = Today.addDays(3);
+        account->StartTime = u"09:30:00 PM"_s;
+        account->ReportTo = u"ab@cd.example"_s;
+        account->CC = u"copy@cd.example"_s;
+        account->Subject = u"Positions"_s;
+        account->URLs.emplace();
+        for (const auto &[url, competitor] : {std::pair(u"www.site.example"_s, false), {u"other.example"_s, true},
+                                              {u"third.example"_s, false}})
+            account->URLs->Add({url, competitor}, url);
+        account->Engine.emplace();
+        account->Engine->Add(u"Alpha"_s, u"Alpha"_s);
+    }
+
+    void open()
+    {
+        fillAccount();
+        dialog.show();
+    }
+
+    QTabWidget &tabs() { return control<QTabWidget>(dialog, u"SSTab1"_s); }
+    UrlListView &urls() { return control<UrlListView>(dialog, u"lvwURLs"_s); }
+    QTreeWidget &engines() { return control<QTreeWidget>(dialog, u"tvwEngine"_s); }
+    QLineEdit &text(const QString &name) { return control<QLineEdit>(dialog, name); }
+    bool checked(const QString &name) { return control<QAbstractButton>(dialog, name).isChecked(); }
+    QString competitors()
+    {
+        QStringList marked;
+        for (int row = 0; row < urls().topLevelItemCount(); ++row) {
+            if (isCompetitor(*urls().topLevelItem(row)))
+                marked.append(urls().topLevelItem(row)->text(0));
+        }
+        return marked.join(u' ');
+    }
+    QString shownUrls()
+    {
+        QStringList shown;
+        for (int row = 0; row < urls().topLevelItemCount(); ++row)
+            shown.append(urls().topLevelItem(row)->text(0));
+        return shown.join(u' ');
+    }
+    void select(const std::vector<int> &rows)
+    {
+        urls().clearSelection();
+        for (const int row : rows)
+            urls().topLevelItem(row)->setSelected(true);
+    }
+    void toFront(int tab) { tabs().setCurrentIndex(tab); }
+    void clickCheckBox(QTreeWidgetItem *node)
+    {
+        toFront(1);
+        const QRect row = engines().visualItemRect(node);
+        QTest::mouseClick(engines().viewport(), Qt::LeftButton, {}, {row.left() + 8, row.center().y()});
+    }
+
+    CatalogueWorld world;
+    std::shared_ptr<clsAccount> account;
+    frmAccount dialog;
+};
+
+TEST_F(AccountDialog, hasFourTabsAndOpensTheFirst)
+{
+    tabs().setCurrentIndex(3);
+    dialog.show();
+    QStringList captions;
+    for (int tab = 0; tab < tabs().count(); ++tab)
+        captions.append(tabs().tabText(tab));
+    EXPECT_EQ(captions.join(u' '), u"Details Engines Scheduler Report"_s);
+    EXPECT_EQ(tabs().currentIndex(), 0);
+}
+
+struct CaptionCase
+{
+    const char *name;
+    QStringView caption;
+};
+
+TEST_F(AccountDialog, labelsItsFields)
+{
+    const CaptionCase cases[] = {
+        {"txtAccountName", u"Project name:"},
+        {"lvwURLs", u"Your domain(s) to be searched:"},
+        {"cboLinks", u"Number of matches links to scan:"},
+        {"dtStartDate", u"Starting date:"},
+        {"dtpScheduleTimer", u"Starting time:"},
+        {"txtEmail", u"Send  to:"},
+        {"txtCC", u"CC:"},
+        {"txtSubject", u"Subject:"},
+    };
+    for (const CaptionCase &field : cases) {
+        const auto &widget = control<QWidget>(dialog, QString::fromLatin1(field.name));
+        QString caption;
+        for (const QLabel *label : dialog.findChildren<QLabel *>()) {
+            if (label->buddy() == &widget)
+                caption = label->text();
+        }
+        EXPECT_EQ(caption, field.caption.toString()) << field.name;
+        EXPECT_FALSE(widget.accessibleName().isEmpty()) << field.name;
+    }
+}
+
+TEST_F(AccountDialog, captionsItsButtons)
+{
+    const CaptionCase cases[] = {
+        {"cmdAdd", u"&Add URL"},
+        {"cmdDelete", u"&Delete"},
+        {"cmdCompetitor", u"Set As Competitor"},
+        {"chkSchedulerEnable", u"Enable scheduler"},
+        {"optDate0", u"Weekly"},
+        {"optDate1", u"Fortnight"},
+        {"optDate2", u"Monthly"},
+        {"optDate3", u"Quarterly"},
+        {"chkSentReport", u"&Send ranking report by email when complete"},
+        {"optReportFormat0", u"Text"},
+        {"optReportFormat1", u"HTML"},
+        {"chkEngineSummary", u"Engine->Keyword summary report"},
+        {"chkKeywordURL", u"Keyword->URL summary report"},
+        {"chkKeywordSummary", u"Keyword summary report"},
+        {"chkRankingDetails", u"Ranking details report"},
+        {"chkRemoveUnRanking", u"Do not include non-ranking keywords in the report"},
+        {"chkTopPosOnly", u"Display top position only(don't show duplicate position)"},
+        {"cmdOK", u"OK"},
+        {"cmdCancel", u"Cancel"},
+    };
+    for (const CaptionCase &button : cases)
+        EXPECT_EQ(control<QAbstractButton>(dialog, QString::fromLatin1(button.name)).text(),
+                  button.caption.toString());
+    EXPECT_EQ(urls().headerItem()->text(0), u"URLs"_s);
+}
+
+TEST_F(AccountDialog, opensEmptyForANewProject)
+{
+    dialog.show();
+    EXPECT_EQ(text(u"txtAccountName"_s).text(), QString());
+    EXPECT_FALSE(text(u"txtAccountName"_s).isReadOnly());
+    EXPECT_EQ(control<QComboBox>(dialog, u"cboLinks"_s).currentText(), u"10"_s);
+    EXPECT_EQ(control<QComboBox>(dialog, u"cboLinks"_s).count(), 10);
+    EXPECT_EQ(control<QDateEdit>(dialog, u"dtStartDate"_s).date(), Today);
+    EXPECT_EQ(urls().topLevelItemCount(), 0);
+    EXPECT_EQ(world.takeLog(), QString());
+}
+
+TEST_F(AccountDialog, showsAnExistingProjectWithItsNameLocked)
+{
+    account->SchedulerEnable = account->SentReport = true;
+    account->EngineSummaryReport = account->KeywordURL = account->KeywordSummaryReport = true;
+    account->RankingDetailReport = account->ExcludeUnRanking = account->TopPosOnly = true;
+    open();
+    EXPECT_EQ(text(u"txtAccountName"_s).text(), u"Shop"_s);
+    EXPECT_TRUE(text(u"txtAccountName"_s).isReadOnly());
+    EXPECT_EQ(control<QComboBox>(dialog, u"cboLinks"_s).currentText(), u"35"_s);
+    EXPECT_EQ(shownUrls(), u"www.site.example other.example third.example"_s);
+    EXPECT_EQ(competitors(), u"other.example"_s);
+    EXPECT_TRUE(checked(u"optDate2"_s) && checked(u"optReportFormat1"_s));
+    EXPECT_EQ(control<QDateEdit>(dialog, u"dtStartDate"_s).date(), Today.addDays(3));
+    EXPECT_EQ(control<QTimeEdit>(dialog, u"dtpScheduleTimer"_s).time(), QTime(21, 30));
+    EXPECT_EQ(text(u"txtEmail"_s).text(), u"ab@cd.example"_s);
+    EXPECT_EQ(text(u"txtCC"_s).text(), u"copy@cd.example"_s);
+    EXPECT_EQ(text(u"txtSubject"_s).text(), u"Positions"_s);
+    for (const auto &box : {u"chkSchedulerEnable"_s, u"chkSentReport"_s, u"chkEngineSummary"_s, u"chkKeywordURL"_s,
+                            u"chkKeywordSummary"_s, u"chkRankingDetails"_s, u"chkRemoveUnRanking"_s,
+                            u"chkTopPosOnly"_s})
+        EXPECT_TRUE(checked(box)) << box.toStdString();
+}
+
+TEST_F(AccountDialog, marksEachURLForTheEyeAndTheScreenReader)
+{
+    open();
+    const QTreeWidgetItem &own = *urls().topLevelItem(0);
+    const QTreeWidgetItem &competitor = *urls().topLevelItem(1);
+    EXPECT_EQ(own.data(0, Qt::AccessibleTextRole).toString(), u"www.site.example (own site)"_s);
+    EXPECT_EQ(competitor.data(0, Qt::AccessibleTextRole).toString(), u"other.example (competitor)"_s);
+    EXPECT_EQ(nodeKey(&own), u"www.site.example"_s);
+}
+
+TEST_F(AccountDialog, buildsAnOpenTreeOfMarketsWithSortedEngines)
+{
+    open();
+    ASSERT_EQ(engines().topLevelItemCount(), 2);
+    const QTreeWidgetItem &global = *engines().topLevelItem(0);
+    EXPECT_EQ(nodeKey(&global), u"RootGlobal"_s);
+    EXPECT_TRUE(global.isExpanded());
+    ASSERT_EQ(global.childCount(), 2);
+    EXPECT_EQ(nodeKey(global.child(0)), u"EngineAlpha"_s);
+    EXPECT_EQ(global.child(1)->text(0), u"Zeta"_s);
+    EXPECT_EQ(engines().topLevelItem(1)->text(0), u"China"_s);
+    EXPECT_EQ(engines().currentItem(), &global);
+}
+
+TEST_F(AccountDialog, checksTheProjectsEnginesOnly)
+{
+    open();
+    const QTreeWidgetItem &global = *engines().topLevelItem(0);
+    EXPECT_EQ(global.checkState(0), Qt::Unchecked);
+    EXPECT_EQ(global.child(0)->checkState(0), Qt::Checked);
+    EXPECT_EQ(global.child(1)->checkState(0), Qt::Unchecked);
+}
+
+TEST_F(AccountDialog, copiesAMarketsCheckToItsEngines)
+{
+    open();
+    QTreeWidgetItem &global = *engines().topLevelItem(0);
+    clickCheckBox(&global);
+    EXPECT_EQ(global.checkState(0), Qt::Checked);
+    EXPECT_EQ(global.child(0)->checkState(0), Qt::Checked);
+    EXPECT_EQ(global.child(1)->checkState(0), Qt::Checked);
+    EXPECT_EQ(engines().topLevelItem(1)->child(0)->checkState(0), Qt::Unchecked);
+}
+
+TEST_F(AccountDialog, leavesMarketAndOthersWhenOneEngineIsUnchecked)
+{
+    open();
+    QTreeWidgetItem &global = *engines().topLevelItem(0);
+    clickCheckBox(&global);
+    clickCheckBox(global.child(0));
+    EXPECT_EQ(global.child(0)->checkState(0), Qt::Unchecked);
+    EXPECT_EQ(global.child(1)->checkState(0), Qt::Checked);
+    EXPECT_EQ(global.checkState(0), Qt::Checked);
+}
+
+TEST_F(AccountDialog, checksAMarketBySpace)
+{
+    open();
+    toFront(1);
+    QTest::keyClick(&engines(), Qt::Key_Space);
+    EXPECT_EQ(engines().topLevelItem(0)->child(1)->checkState(0), Qt::Checked);
+}
+
+TEST_F(AccountDialog, enablesTheScheduleByItsCheckBox)
+{
+    open();
+    toFront(2);
+    for (const bool on : {true, false}) {
+        click(dialog, u"chkSchedulerEnable"_s);
+        for (const auto &name : {u"optDate0"_s, u"optDate1"_s, u"optDate2"_s, u"optDate3"_s, u"dtStartDate"_s,
+                                 u"dtpScheduleTimer"_s})
+            EXPECT_EQ(isEnabled(dialog, name), on) << name.toStdString();
+    }
+}
+
+TEST_F(AccountDialog, enablesTheReportByItsCheckBox)
+{
+    open();
+    toFront(3);
+    for (const bool on : {true, false}) {
+        click(dialog, u"chkSentReport"_s);
+        for (const auto &name : {u"optReportFormat0"_s, u"optReportFormat1"_s, u"txtEmail"_s, u"txtCC"_s,
+                                 u"txtSubject"_s, u"chkEngineSummary"_s, u"chkKeywordURL"_s, u"chkKeywordSummary"_s,
+                                 u"chkRankingDetails"_s})
+            EXPECT_EQ(isEnabled(dialog, name), on) << name.toStdString();
+        EXPECT_TRUE(isEnabled(dialog, u"chkRemoveUnRanking"_s) && isEnabled(dialog, u"chkTopPosOnly"_s));
+    }
+}
+
+TEST_F(AccountDialog, hasNothingToSetForWhatIsSwitchedOff)
+{
+    open();
+    EXPECT_FALSE(isEnabled(dialog, u"dtStartDate"_s));
+    EXPECT_FALSE(isEnabled(dialog, u"txtEmail"_s));
+}
+
+TEST_F(AccountDialog, setsTheSelectionAsCompetitorsAndAllOthersAsOwn)
+{
+    open();
+    select({0, 2});
+    click(dialog, u"cmdCompetitor"_s);
+    EXPECT_EQ(competitors(), u"www.site.example third.example"_s);
+}
+
+TEST_F(AccountDialog, togglesTheMarkByDoubleClick)
+{
+    open();
+    const QPoint place = urls().visualItemRect(urls().topLevelItem(0)).center();
+    QTest::mouseClick(urls().viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(urls().viewport(), Qt::LeftButton, {}, place);
+    EXPECT_EQ(competitors(), u"www.site.example other.example"_s);
+    QTest::mouseDClick(urls().viewport(), Qt::LeftButton, {}, place);
+    EXPECT_EQ(competitors(), u"other.example"_s);
+}
+
+TEST_F(AccountDialog, togglesTheMarkOfAllSelectedBySpace)
+{
+    open();
+    QTest::keyClick(&urls(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&urls(), Qt::Key_Space);
+    EXPECT_EQ(competitors(), u"www.site.example third.example"_s);
+}
+
+TEST_F(AccountDialog, removesTheSelectedURLsAfterAQuestion)
+{
+    open();
+    select({0, 2});
+    click(dialog, u"cmdDelete"_s);
+    ASSERT_EQ(world.desktop.boxes.size(), 1U);
+    EXPECT_EQ(world.desktop.boxes[0], (MessageBox{u"URLs"_s, u"Are you sure you want to remove selected URLs?"_s,
+                                                  MessageIcon::None, MessageButtons::YesNo}));
+    EXPECT_EQ(shownUrls(), u"other.example"_s);
+    EXPECT_EQ(competitors(), u"other.example"_s);
+    EXPECT_TRUE(urls().topLevelItem(0)->isSelected());
+}
+
+TEST_F(AccountDialog, keepsTheURLsAfterANo)
+{
+    open();
+    world.desktop.answer = MessageAnswer::No;
+    select({0});
+    QTest::keyClick(&urls(), Qt::Key_Delete);
+    EXPECT_EQ(world.desktop.boxes.size(), 1U);
+    EXPECT_EQ(urls().topLevelItemCount(), 3);
+}
+
+TEST_F(AccountDialog, asksAlsoWithNothingSelectedButNotWithAnEmptyList)
+{
+    open();
+    select({});
+    click(dialog, u"cmdDelete"_s);
+    EXPECT_EQ(world.desktop.boxes.size(), 1U);
+    EXPECT_EQ(urls().topLevelItemCount(), 3);
+    urls().clear();
+    click(dialog, u"cmdDelete"_s);
+    EXPECT_EQ(world.desktop.boxes.size(), 1U);
+}
+
+TEST_F(AccountDialog, takesTheURLsThatWerePickedAsItsOwn)
+{
+    world.write(u"../system/qltULs.dat"_s, "other.example\r\nnew.example\r\n");
+    open();
+    whenModal<frmURLs>([](frmURLs &picker) {
+        type(picker, u"txtURLs"_s, u"http://added.example"_s);
+        click(picker, u"cmdAdd"_s);
+        click(picker, u"cmdOK"_s);
+    });
+    click(dialog, u"cmdAdd"_s);
+    EXPECT_EQ(shownUrls(), u"other.example added.example"_s);
+    EXPECT_EQ(competitors(), QString());
+}
+
+TEST_F(AccountDialog, keepsURLsAndMarksWhenThePickerIsCancelled)
+{
+    world.write(u"../system/qltULs.dat"_s, "new.example\r\n");
+    open();
+    whenModal<frmURLs>([](frmURLs &picker) { click(picker, u"cmdCancel"_s); });
+    click(dialog, u"cmdAdd"_s);
+    EXPECT_EQ(urls().topLevelItemCount(), 3);
+    EXPECT_EQ(competitors(), u"other.example"_s);
+}
+
+TEST_F(AccountDialog, leavesTheProjectAsItWasUntilOK)
+{
+    open();
+    select({0});
+    click(dialog, u"cmdDelete"_s);
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_TRUE(dialog.Cancelled());
+    EXPECT_EQ(account->URLs->Count(), 3);
+    EXPECT_FALSE(world.has(u"Projects/Shop/Shop.dat"_s));
+}
+
+TEST_F(AccountDialog, isCancelledByItsButtonAndByItsCloseBox)
+{
+    open();
+    click(dialog, u"cmdCancel"_s);
+    EXPECT_TRUE(dialog.Cancelled());
+    EXPECT_FALSE(dialog.isVisible());
+    dialog.show();
+    dialog.close();
+    EXPECT_TRUE(dialog.Cancelled());
+}
+
+TEST_F(AccountDialog, makesANewProjectByTyping)
+{
+    dialog.show();
+    type(dialog, u"txtAccountName"_s, u"My shop"_s);
+    whenModal<frmURLs>([](frmURLs &picker) {
+        type(picker, u"txtURLs"_s, u"www.site.example"_s);
+        QTest::keyClick(&picker, Qt::Key_Return);
+        QTest::keyClick(&picker, Qt::Key_Return);
+    });
+    click(dialog, u"cmdAdd"_s);
+    type(dialog, u"cboLinks"_s, u"35"_s);
+    clickCheckBox(engines().topLevelItem(0)->child(0));
+    click(dialog, u"cmdOK"_s);
+    EXPECT_FALSE(dialog.Cancelled());
+    EXPECT_FALSE(dialog.isVisible());
+    clsAccount loaded(world.app);
+    loaded.Name = u"My shop"_s;
+    loaded.GetSettings();
+    EXPECT_EQ(loaded.LinksNum, 35);
+    ASSERT_TRUE(loaded.URLs && loaded.Engine);
+    EXPECT_EQ(loaded.URLs->at(1), (clsURL{u"www.site.example"_s, false}));
+    EXPECT_EQ(loaded.Engine->at(1), u"Alpha"_s);
+    EXPECT_EQ(loaded.StartDate, Today);
+    EXPECT_EQ(loaded.StartTime, u"12:00:00 PM"_s);
+    EXPECT_EQ(world.takeLog(), QString());
+}
+
+TEST_F(AccountDialog, savesItsControlsOnOK)
+{
+    open();
+    toFront(2);
+    click(dialog, u"chkSchedulerEnable"_s);
+    click(dialog, u"optDate0"_s);
+    control<QDateEdit>(dialog, u"dtStartDate"_s).setDate(Today);
+    toFront(3);
+    click(dialog, u"chkSentReport"_s);
+    click(dialog, u"optReportFormat0"_s);
+    type(dialog, u"txtSubject"_s, u"News"_s);
+    click(dialog, u"chkTopPosOnly"_s);
+    click(dialog, u"cmdOK"_s);
+    EXPECT_FALSE(dialog.Cancelled());
+    EXPECT_TRUE(account->SchedulerEnable && account->SentReport && account->TopPosOnly);
+    EXPECT_EQ(account->Frequency, 0);
+    EXPECT_EQ(account->NextLookup, Today);
+    EXPECT_EQ(account->ReportFormat, 0);
+    EXPECT_EQ(account->Subject, u"News"_s);
+    EXPECT_TRUE(account->URLs->at(u"other.example"_s).IsCompetitor);
+    EXPECT_TRUE(world.has(u"Projects/Shop/Shop.dat"_s));
+}
+
+struct FaultCase
+{
+    const char *name;
+    std::function<void(frmAccount &)> spoil;
+    QString message;
+    int tab;
+    QString focus;
+};
+
+class AccountDialogFaults : public AccountDialog, public testing::WithParamInterface<FaultCase>
+{
+};
+
+TEST_P(AccountDialogFaults, areToldWithTheirTabAndFieldInFront)
+{
+    open();
+    GetParam().spoil(dialog);
+    toFront(GetParam().tab == 0 ? 3 : 0);
+    click(dialog, u"cmdOK"_s);
+    ASSERT_EQ(world.desktop.boxes.size(), 1U);
+    EXPECT_EQ(world.desktop.boxes[0], (MessageBox{u"Project"_s, GetParam().message}));
+    EXPECT_EQ(tabs().currentIndex(), GetParam().tab);
+    EXPECT_EQ(dialog.focusWidget()->objectName(), GetParam().focus);
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_FALSE(world.has(u"Projects/Shop/Shop.dat"_s));
+}
+
+void rename(frmAccount &dialog, const QString &name)
+{
+    control<QLineEdit>(dialog, u"txtAccountName"_s).setText(name);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, AccountDialogFaults,
+    testing::Values(
+        FaultCase{"noName", [](frmAccount &d) { rename(d, {}); }, u"Please enter a Project Name."_s, 0,
+                  u"txtAccountName"_s},
+        FaultCase{"badName",
+                  [](frmAccount &d) {
+                      rename(d, u"a/b"_s);
+                      control<QTreeWidget>(d, u"tvwEngine"_s).topLevelItem(0)->child(0)->setCheckState(0, Qt::Unchecked);
+                  },
+                  u"Invalid project name. The project name can not contain: '\\ / : * ? \" < >|'."_s, 0,
+                  u"txtAccountName"_s},
+        FaultCase{"noUrl", [](frmAccount &d) { control<UrlListView>(d, u"lvwURLs"_s).clear(); },
+                  u"Please add an URL."_s, 0, u"lvwURLs"_s},
+        FaultCase{"linksAreText", [](frmAccount &d) { control<QComboBox>(d, u"cboLinks"_s).setEditText(u"abc"_s); },
+                  u"Please specify the number of links you want to scan."_s, 0, u"cboLinks"_s},
+        FaultCase{"noEngine",
+                  [](frmAccount &d) {
+                      control<QTreeWidget>(d, u"tvwEngine"_s).topLevelItem(0)->child(0)->setCheckState(0, Qt::Unchecked);
+                  },
+                  u"Please select the engines you want to rank."_s, 1, u"tvwEngine"_s},
+        FaultCase{"yesterday",
+                  [](frmAccount &d) {
+                      control<QAbstractButton>(d, u"chkSchedulerEnable"_s).click();
+                      control<QDateEdit>(d, u"dtStartDate"_s).setDate(Today.addDays(-1));
+                  },
+                  u"Your start date can not be earlier than today's date. Please select a valid date and try again. "_s,
+                  2, u"dtStartDate"_s},
+        FaultCase{"noMail",
+                  [](frmAccount &d) {
+                      control<QAbstractButton>(d, u"chkSentReport"_s).click();
+                      control<QLineEdit>(d, u"txtEmail"_s).setText(u"a@b"_s);
+                  },
+                  u"Please enter a valid email address."_s, 3, u"txtEmail"_s}),
+    [](const auto &info) { return info.param.name; });
+
+TEST_F(AccountDialog, logsThatItWasGivenNoProject)
+{
+    dialog.setAccount(nullptr);
+    dialog.show();
+    EXPECT_EQ(world.takeLog(), u"frmAccount_Load_Error: The dialog was given no project"_s);
+    click(dialog, u"cmdAdd"_s);
+    EXPECT_EQ(world.takeLog(), u"frmMain_EditURLs: The dialog was given no project"_s);
+}
+
+TEST_F(AccountDialog, logsAProjectThatIsGoneAtOK)
+{
+    open();
+    dialog.setAccount(nullptr);
+    click(dialog, u"cmdOK"_s);
+    EXPECT_EQ(world.takeLog(), u"frmAccount_cmdOK_Click error: The dialog was given no project"_s);
+    EXPECT_TRUE(dialog.isVisible());
+}
+
+TEST_F(AccountDialog, logsAMissingCatalogueAndShowsTheRest)
+{
+    world.app.EngineCatalogue = nullptr;
+    open();
+    EXPECT_EQ(world.takeLog(), u"frmAccount_PopulateEngine error: The catalogue has no list of its engines"_s);
+    EXPECT_EQ(text(u"txtAccountName"_s).text(), u"Shop"_s);
+}
+
+TEST_F(AccountDialog, logsAMessageThatCannotBeShown)
+{
+    open();
+    rename(dialog, {});
+    world.desktop.failing = true;
+    click(dialog, u"cmdOK"_s);
+    EXPECT_EQ(world.takeLog(), u"frmAccount_ValidForm error: The message cannot be shown"_s);
+    EXPECT_TRUE(dialog.isVisible());
+}
+
+TEST_F(AccountDialog, logsAQuestionThatCannotBeAsked)
+{
+    open();
+    world.desktop.failing = true;
+    click(dialog, u"cmdDelete"_s);
+    EXPECT_EQ(world.takeLog(), u"frmURLs_DeleteURL error:  The message cannot be shown"_s);
+    EXPECT_EQ(urls().topLevelItemCount(), 3);
+}
+
+TEST_F(AccountDialog, invitesToAddURLsToAnEmptyList)
+{
+    dialog.show();
+    EXPECT_FALSE(urls().accessibleDescription().isEmpty());
+}
+
+} // namespace
+} // namespace sondrel
