@@ -79,8 +79,8 @@ struct AccountFault
 /// without a name is new.
 AccountForm accountForm(const ApplicationContext &app, const clsAccount &account);
 
-/// The tree of engines: a market's node wherever a "Market|Engine" name has another market than the one before and
-/// there is no node of that market yet. Those of the project, null for none, are checked.
+/// The tree of engines: a market's node wherever a "Market|Engine" name has another market than the one
+/// before and there is no node of that market yet. Those of the project, null for none, are checked.
 std::vector<EngineNode> engineNodes(ApplicationContext &app, const Collection<QString> &names,
                                     const Collection<QString> *chosen);
 
@@ -94,11 +94,12 @@ struct AccountEnabled
 };
 AccountEnabled accountEnabled(const AccountForm &form);
 
-/// The first thing that is wrong; nothing when the project can be saved. A start date that has gone by is logged.
+/// The first thing that is wrong; nothing when the project can be saved. A start date that has gone by is
+/// logged.
 std::optional<AccountFault> accountFault(ApplicationContext &app, const AccountForm &form);
 
-/// Takes over what the dialog shows; the next lookup is the start date again. What throws is logged, and what would
-/// have been taken over behind it stays as it was.
+/// Takes over what the dialog shows; the next lookup is the start date again. What throws is logged, and what
+/// would have been taken over behind it stays as it was.
 void AssignAccountProperty(ApplicationContext &app, const AccountForm &form, clsAccount &account);
 
 /// Marks exactly the selected rows as competitors' and takes the mark from all others.

@@ -10,7 +10,8 @@ class QTreeWidgetItem;
 
 namespace sondrel {
 
-/// Clears the list and adds a row for every URL of a project, null for none, with the mark "Competitor" or "Normal".
+/// Clears the list and adds a row for every URL of a project, null for none, with the mark "Competitor" or
+/// "Normal".
 void PopulateAccountURLs(ApplicationContext &app, const Collection<clsURL> *urls, QTreeWidget &list);
 
 /// Whose a row's URL is, by its mark; and the change of the mark.

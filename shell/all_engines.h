@@ -9,8 +9,8 @@ namespace sondrel {
 
 enum class ListBoxes { None, CheckBoxes };
 
-/// Fills a list with the engines that the engine data file names; with check boxes, those that the settings leave
-/// switched on are checked. A missing file leaves the list and is told in a message.
+/// Fills a list with the engines that the engine data file names; with check boxes, those that the settings
+/// leave switched on are checked. A missing file leaves the list and is told in a message.
 void PopulateAllEngine(ApplicationContext &app, QListWidget &list, ListBoxes boxes);
 
 } // namespace sondrel

@@ -63,13 +63,11 @@ frmAbout::frmAbout(ApplicationContext &app, QWidget *parent) : ProgramDialog(app
     auto *picture = new QLabel;
     const int side = fontMetrics().height() * 4;
     picture->setPixmap(applicationIcon().pixmap(side, side));
-    auto *email =
-        newLink(u"lblEmail"_s, text.Email, text.EmailAddress, u"mailto:"_s + text.EmailAddress);
+    auto *email = newLink(u"lblEmail"_s, text.Email, text.EmailAddress, u"mailto:"_s + text.EmailAddress);
     auto *web = newLink(u"lblWeb"_s, text.Web, text.WebAddress, AddHTTPToURL(app, text.WebAddress));
     for (QLabel *link : {email, web})
-        connect(link, &QLabel::linkActivated, this, [this](const QString &target) {
-            ShellOpenDocument(this->app(), target, ShowMode::Normal);
-        });
+        connect(link, &QLabel::linkActivated, this,
+                [this](const QString &target) { ShellOpenDocument(this->app(), target, ShowMode::Normal); });
     auto *ok = new QPushButton(tr("OK"));
     ok->setObjectName(u"cmdOK"_s);
     ok->setDefault(true);

@@ -21,8 +21,8 @@ namespace sondrel {
 
 class UrlListView;
 
-/// The dialog that edits one project: its name, URLs, engines, schedule and reports. OK saves the project; until then
-/// it stays as it was.
+/// The dialog that edits one project: its name, URLs, engines, schedule and reports. OK saves the project;
+/// until then it stays as it was.
 class frmAccount final : public ProgramDialog
 {
     Q_OBJECT

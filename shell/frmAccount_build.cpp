@@ -62,8 +62,7 @@ QString dateForm(const QLocale &locale)
 
 } // namespace
 
-frmAccount::frmAccount(ApplicationContext &app, QWidget *parent)
-    : ProgramDialog(app, u"frmAccount"_s, parent)
+frmAccount::frmAccount(ApplicationContext &app, QWidget *parent) : ProgramDialog(app, u"frmAccount"_s, parent)
 {
     m_tabs = new QTabWidget;
     m_tabs->setObjectName(u"SSTab1"_s);
@@ -156,8 +155,8 @@ QWidget *frmAccount::buildScheduler()
     auto *layout = new QVBoxLayout(page);
     auto *often = new QGroupBox(tr("How often"));
     auto *options = new QHBoxLayout(often);
-    m_frequency =
-        addOptions(this, *options, u"optDate"_s, {tr("Weekly"), tr("Fortnight"), tr("Monthly"), tr("Quarterly")});
+    m_frequency = addOptions(this, *options, u"optDate"_s,
+                             {tr("Weekly"), tr("Fortnight"), tr("Monthly"), tr("Quarterly")});
     auto *start = newForm();
     start->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
     addField(*start, tr("Starting date:"), m_startDate);
@@ -207,8 +206,8 @@ QWidget *frmAccount::buildReport()
     layout->addWidget(m_removeUnRanking);
     layout->addWidget(m_topPosOnly);
     layout->addStretch();
-    m_reportControls = {m_email,      m_cc,           m_subject,       m_engineSummary,
-                        m_keywordURL, m_keywordSummary, m_rankingDetails};
+    m_reportControls = {m_email,         m_cc, m_subject, m_engineSummary, m_keywordURL, m_keywordSummary,
+                        m_rankingDetails};
     addOptionsTo(m_reportControls, *m_reportFormat);
     return page;
 }

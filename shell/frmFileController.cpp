@@ -38,8 +38,8 @@ public:
     Shown(frmFileController &window, const QString &message, qint64 maximum) : m_window(window)
     {
         m_window.m_message->setText(message);
-        m_window.m_progress->setMaximum(static_cast<int>(std::min<qint64>(
-            maximum, std::numeric_limits<int>::max())));
+        m_window.m_progress->setMaximum(
+            static_cast<int>(std::min<qint64>(maximum, std::numeric_limits<int>::max())));
         m_window.m_progress->setValue(0);
         m_window.resize(m_window.sizeHint());
         CenterForm(m_window);

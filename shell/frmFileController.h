@@ -11,8 +11,8 @@ class QProgressBar;
 
 namespace sondrel {
 
-/// Loads and saves list boxes, and asks for files. The window itself is seen while a list passes, with how far it is.
-/// Failures end silently with an empty result.
+/// Loads and saves list boxes, and asks for files. The window itself is seen while a list passes, with how
+/// far it is. Failures end silently with an empty result.
 class frmFileController final : public QWidget
 {
     Q_OBJECT
@@ -25,9 +25,11 @@ public:
     /// Writes every entry and CR LF over the beginning of the file.
     void saveListFile(const QString &path, const QListWidget &list);
 
-    /// Asks for a file in the application folder: 0 to open one, 1 to save under a name. The filter has the form
-    /// "Text Files (*.txt)|*.txt|All Files (*.*)|*.*"; which pair was chosen for saving comes back by filterIndex.
-    QString GetFileName(int mode, const QString &filter, const QString &startName, int *filterIndex = nullptr);
+    /// Asks for a file in the application folder: 0 to open one, 1 to save under a name. The filter has the
+    /// form "Text Files (*.txt)|*.txt|All Files (*.*)|*.*"; which pair was chosen for saving comes back by
+    /// filterIndex.
+    QString GetFileName(int mode, const QString &filter, const QString &startName,
+                        int *filterIndex = nullptr);
     /// The same with a question of the caller's, which says where to start.
     QString GetFileNameX(FileQuestion &question, bool saves, const QString &filter, const QString &startName,
                          int *filterIndex = nullptr);

@@ -64,8 +64,9 @@ QWidget *frmPreference::buildServer()
     auto *layout = new QVBoxLayout(page);
     auto *way = new QGroupBox(tr("Connection"));
     auto *options = new QVBoxLayout(way);
-    for (const auto &[index, caption] :
-         {std::pair(0, tr("Default")), {DirectAccess, tr("Direct to internet")}, {ProxyAccess, tr("Proxy Server")}}) {
+    for (const auto &[index, caption] : {std::pair(0, tr("Default")),
+                                         {DirectAccess, tr("Direct to internet")},
+                                         {ProxyAccess, tr("Proxy Server")}}) {
         auto *option = new QRadioButton(caption);
         option->setObjectName(u"optProxy"_s + QString::number(index));
         option->setVisible(index != 0); // once the system's own way, which nothing asks for any more
@@ -98,8 +99,8 @@ QWidget *frmPreference::buildMailServer()
 {
     m_mailServer = newLineEdit(u"txtMailServer"_s, tr("The host that takes the reports to be mailed"));
     m_smtpPort = newNumber(u"txtSMTPPort"_s, tr("25 when it is empty"));
-    m_smtpAuthentication = newCheckBox(u"chkSMTPAuthentication"_s,
-                                       tr("My send mail server requires authentication"));
+    m_smtpAuthentication =
+        newCheckBox(u"chkSMTPAuthentication"_s, tr("My send mail server requires authentication"));
     m_smtpUserName = newLineEdit(u"txtSMTPUserName"_s);
     m_smtpPassword = newPassword(u"txtSMTPPassword"_s);
     auto *page = new QWidget;
@@ -151,12 +152,10 @@ QWidget *frmPreference::buildOption()
 {
     m_schedulerEnable = newCheckBox(u"chkSchedulerEnable"_s, tr("Enable scheduler"),
                                     tr("Look up the projects that are due while the program runs"));
-    m_updateEngineData =
-        newCheckBox(u"chkUpdateEngineData"_s,
-                    tr("Check for new Engine Data update every time you re-start the program"));
+    m_updateEngineData = newCheckBox(
+        u"chkUpdateEngineData"_s, tr("Check for new Engine Data update every time you re-start the program"));
     m_timeOut = newNumber(u"txtTimeOut"_s);
-    m_confirmConnection =
-        newCheckBox(u"chkConfirmConnection"_s, tr("Confirm connection before searching"));
+    m_confirmConnection = newCheckBox(u"chkConfirmConnection"_s, tr("Confirm connection before searching"));
     auto *page = new QWidget;
     auto *layout = new QVBoxLayout(page);
     auto *wait = new QHBoxLayout;

@@ -112,7 +112,8 @@ PreferenceForm preferenceForm(ApplicationContext &app, const clsPreference &pref
     form.LogoAtBottom = both || equalsIgnoringCase(preference.LogoPosition, Bottom);
     form.SchedulerEnable = preference.SchedulerEnable;
     form.TimeOut = preference.TimeOut;
-    // Each on its own: a value that cannot be shown keeps none of the others from the person who is to mend it.
+    // Each on its own: a value that cannot be shown keeps none of the others from the person who is to mend
+    // it.
     const auto show = [&](auto &&step) { reportFailure(app, u"frmPrefence_Form_Load error:  "_s, step); };
     show([&] { form.Access = accessButton(preference.AccessType); });
     show([&] { form.SMTPAuthentication = checkState(preference.SMTPAuthenticate); });

@@ -54,7 +54,8 @@ struct PreferenceFault
     bool operator==(const PreferenceFault &) const = default;
 };
 
-/// What the dialog shows of the settings. One that its control cannot show leaves that empty, with a line in the log.
+/// What the dialog shows of the settings. One that its control cannot show leaves that empty, with a line in
+/// the log.
 PreferenceForm preferenceForm(ApplicationContext &app, const clsPreference &preference);
 
 /// Which controls can be used.

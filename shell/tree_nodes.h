@@ -15,7 +15,8 @@ void setNodeKey(QTreeWidgetItem &node, const QString &key);
 /// The node of that key, without regard to case; null when there is none.
 QTreeWidgetItem *findNode(const QTreeWidget &tree, const QString &key);
 
-/// Adds a top-level node with the key "Root" + text, labelled with the text; null when there is one of that key.
+/// Adds a top-level node with the key "Root" + text, labelled with the text; null when there is one of that
+/// key.
 QTreeWidgetItem *AddRootNode(const QString &text, QTreeWidget &tree);
 
 } // namespace sondrel

@@ -21,8 +21,8 @@ struct KnownURL
     bool operator==(const KnownURL &) const = default;
 };
 
-/// The known URLs, those of the project (null for none) checked; the spelling decides. Throws Failure when the file
-/// is there and cannot be read.
+/// The known URLs, those of the project (null for none) checked; the spelling decides. Throws Failure when
+/// the file is there and cannot be read.
 std::vector<KnownURL> loadKnownURLs(ApplicationContext &app, const Collection<clsURL> *chosen);
 /// Writes the whole list; throws Failure when it cannot be written.
 void saveKnownURLs(ApplicationContext &app, const std::vector<KnownURL> &rows);

@@ -5,7 +5,8 @@
 
 namespace sondrel {
 
-/// A list of URLs in one column, of which several rows can be selected. Delete and Space are told to its owner.
+/// A list of URLs in one column, of which several rows can be selected. Delete and Space are told to its
+/// owner.
 class UrlListView final : public QTreeWidget
 {
     Q_OBJECT

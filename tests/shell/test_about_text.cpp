@@ -34,7 +34,7 @@ TEST(AboutText, namesADealer)
 {
     World world;
     world.write(u"../system/orbelsoft.ini"_s, "[Dealer]\r\nName=Dealer & Sons\r\nEmail=a@dealer.example\r\n"
-                                             "WebSite=order.dealer.example\r\nHome=www.dealer.example\r\n");
+                                              "WebSite=order.dealer.example\r\nHome=www.dealer.example\r\n");
     const AboutText text = aboutText(world.app);
     EXPECT_EQ(text.Dealer, u"Dealer & Sons"_s);
     EXPECT_EQ(text.Email, u"Email: a@dealer.example"_s);

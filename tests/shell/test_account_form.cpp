@@ -113,8 +113,9 @@ TEST(AccountForm, buildsTheTreeInTheCataloguesOrder)
         {u"RootChina"_s, u"China"_s, {}, false},
         {u"EngineGamma(CN)"_s, u"Gamma(CN)"_s, u"RootChina"_s, false},
     };
-    EXPECT_EQ(engineNodes(world.app, names({u"Global|Alpha"_s, u"Global|Beta"_s, u"China|Gamma(CN)"_s}), &chosen),
-              wanted);
+    EXPECT_EQ(
+        engineNodes(world.app, names({u"Global|Alpha"_s, u"Global|Beta"_s, u"China|Gamma(CN)"_s}), &chosen),
+        wanted);
 }
 
 TEST(AccountForm, skipsCatalogueNamesWithoutABar)
@@ -172,8 +173,9 @@ const QString BadName = u"Invalid project name. The project name can not contain
 const QString NoUrl = u"Please add an URL."_s;
 const QString NoLinks = u"Please specify the number of links you want to scan."_s;
 const QString NoEngine = u"Please select the engines you want to rank."_s;
-const QString TooEarly = u"Your start date can not be earlier than today's date. Please select a valid date and try "
-                         "again. "_s;
+const QString TooEarly =
+    u"Your start date can not be earlier than today's date. Please select a valid date and try "
+    "again. "_s;
 const QString NoMail = u"Please enter a valid email address."_s;
 
 // Every step is spoiled together with all behind it, so that the order shows.
@@ -212,7 +214,8 @@ void named(AccountForm &form, const QString &name)
 INSTANTIATE_TEST_SUITE_P(
     Order, AccountFaults,
     testing::Values(
-        FaultCase{"noName", [](AccountForm &f) { named(f, {}); }, NoName, AccountTab::Details, AccountField::Name},
+        FaultCase{"noName", [](AccountForm &f) { named(f, {}); }, NoName, AccountTab::Details,
+                  AccountField::Name},
         FaultCase{"blankName", [](AccountForm &f) { named(f, u"  "_s); }, NoName, AccountTab::Details,
                   AccountField::Name},
         FaultCase{"slashInName", [](AccountForm &f) { named(f, u"a/b"_s); }, BadName, AccountTab::Details,
@@ -230,8 +233,9 @@ INSTANTIATE_TEST_SUITE_P(
         FaultCase{"moreLinksThanAProjectHolds", [](AccountForm &f) { f.Links = u"99999"_s; }, NoLinks,
                   AccountTab::Details, AccountField::Links},
         FaultCase{"noEngine", spoilEngines, NoEngine, AccountTab::Engines, AccountField::Engines},
-        FaultCase{"marketAlone", [](AccountForm &f) { std::swap(f.Engines[0].Checked, f.Engines[1].Checked); },
-                  NoEngine, AccountTab::Engines, AccountField::Engines},
+        FaultCase{"marketAlone",
+                  [](AccountForm &f) { std::swap(f.Engines[0].Checked, f.Engines[1].Checked); }, NoEngine,
+                  AccountTab::Engines, AccountField::Engines},
         FaultCase{"yesterday", spoilDate, TooEarly, AccountTab::Scheduler, AccountField::StartDate},
         FaultCase{"noMail", spoilMail, NoMail, AccountTab::Report, AccountField::Email}),
     [](const auto &info) { return info.param.name; });
@@ -259,7 +263,8 @@ INSTANTIATE_TEST_SUITE_P(
     Forms, GoodAccounts,
     testing::Values(GoodCase{"asItIs", [](AccountForm &) {}},
                     GoodCase{"typedLinks", [](AccountForm &f) { f.Links = u"35"_s; }},
-                    GoodCase{"yesterdayWithoutScheduler", [](AccountForm &f) { f.StartDate = Today.addDays(-1); }},
+                    GoodCase{"yesterdayWithoutScheduler",
+                             [](AccountForm &f) { f.StartDate = Today.addDays(-1); }},
                     GoodCase{"schedulerFromToday", [](AccountForm &f) { f.SchedulerEnable = true; }},
                     GoodCase{"anyCopyAddress",
                              [](AccountForm &f) {
@@ -280,7 +285,8 @@ TEST(AccountForm, logsAStartDateThatHasGoneBy)
     AccountForm form = goodForm();
     spoilDate(form);
     accountFault(world.app, form);
-    EXPECT_EQ(world.takeLog(), u"Please select a valid date: SelectedDate=11/14/2026, TodayDate=11/15/2026"_s);
+    EXPECT_EQ(world.takeLog(),
+              u"Please select a valid date: SelectedDate=11/14/2026, TodayDate=11/15/2026"_s);
 }
 
 TEST(AccountForm, assignsEverything)

@@ -20,8 +20,8 @@ QString shown(const frmAbout &dialog, const QString &name)
 void writeDealer(World &world, const QByteArray &name)
 {
     world.write(u"../system/orbelsoft.ini"_s, "[Dealer]\r\nName=" + name +
-                                                 "\r\nEmail=a@dealer.example\r\nWebSite=order.example\r\n"
-                                                 "Home=www.dealer.example\r\n");
+                                                  "\r\nEmail=a@dealer.example\r\nWebSite=order.example\r\n"
+                                                  "Home=www.dealer.example\r\n");
 }
 
 TEST(About, showsVersionAndDealer)
@@ -45,7 +45,8 @@ TEST(About, opensTheHomePage)
     Q_EMIT control<QLabel>(dialog, u"lblWeb"_s).linkActivated(u"http://www.dealer.example"_s);
     ASSERT_EQ(world.desktop.opened.size(), 1U);
     EXPECT_EQ(world.desktop.opened[0].first, u"http://www.dealer.example"_s);
-    EXPECT_TRUE(control<QLabel>(dialog, u"lblWeb"_s).text().contains(u"href=\"http://www.dealer.example\""_s));
+    EXPECT_TRUE(
+        control<QLabel>(dialog, u"lblWeb"_s).text().contains(u"href=\"http://www.dealer.example\""_s));
 }
 
 TEST(About, closesByOKReturnAndEscape)

@@ -42,7 +42,8 @@ protected:
         account->CC = u"copy@cd.example"_s;
         account->Subject = u"Positions"_s;
         account->URLs.emplace();
-        for (const auto &[url, competitor] : {std::pair(u"www.site.example"_s, false), {u"other.example"_s, true},
+        for (const auto &[url, competitor] : {std::pair(u"www.site.example"_s, false),
+                                              {u"other.example"_s, true},
                                               {u"third.example"_s, false}})
             account->URLs->Add({url, competitor}, url);
         account->Engine.emplace();
@@ -194,9 +195,9 @@ TEST_F(AccountDialog, showsAnExistingProjectWithItsNameLocked)
     EXPECT_EQ(text(u"txtEmail"_s).text(), u"ab@cd.example"_s);
     EXPECT_EQ(text(u"txtCC"_s).text(), u"copy@cd.example"_s);
     EXPECT_EQ(text(u"txtSubject"_s).text(), u"Positions"_s);
-    for (const auto &box : {u"chkSchedulerEnable"_s, u"chkSentReport"_s, u"chkEngineSummary"_s, u"chkKeywordURL"_s,
-                            u"chkKeywordSummary"_s, u"chkRankingDetails"_s, u"chkRemoveUnRanking"_s,
-                            u"chkTopPosOnly"_s})
+    for (const auto &box :
+         {u"chkSchedulerEnable"_s, u"chkSentReport"_s, u"chkEngineSummary"_s, u"chkKeywordURL"_s,
+          u"chkKeywordSummary"_s, u"chkRankingDetails"_s, u"chkRemoveUnRanking"_s, u"chkTopPosOnly"_s})
         EXPECT_TRUE(checked(box)) << box.toStdString();
 }
 
@@ -281,9 +282,9 @@ TEST_F(AccountDialog, enablesTheReportByItsCheckBox)
     toFront(3);
     for (const bool on : {true, false}) {
         click(dialog, u"chkSentReport"_s);
-        for (const auto &name : {u"optReportFormat0"_s, u"optReportFormat1"_s, u"txtEmail"_s, u"txtCC"_s,
-                                 u"txtSubject"_s, u"chkEngineSummary"_s, u"chkKeywordURL"_s, u"chkKeywordSummary"_s,
-                                 u"chkRankingDetails"_s})
+        for (const auto &name :
+             {u"optReportFormat0"_s, u"optReportFormat1"_s, u"txtEmail"_s, u"txtCC"_s, u"txtSubject"_s,
+              u"chkEngineSummary"_s, u"chkKeywordURL"_s, u"chkKeywordSummary"_s, u"chkRankingDetails"_s})
             EXPECT_EQ(isEnabled(dialog, name), on) << name.toStdString();
         EXPECT_TRUE(isEnabled(dialog, u"chkRemoveUnRanking"_s) && isEnabled(dialog, u"chkTopPosOnly"_s));
     }
@@ -329,8 +330,9 @@ TEST_F(AccountDialog, removesTheSelectedURLsAfterAQuestion)
     select({0, 2});
     click(dialog, u"cmdDelete"_s);
     ASSERT_EQ(world.desktop.boxes.size(), 1U);
-    EXPECT_EQ(world.desktop.boxes[0], (MessageBox{u"URLs"_s, u"Are you sure you want to remove selected URLs?"_s,
-                                                  MessageIcon::None, MessageButtons::YesNo}));
+    EXPECT_EQ(world.desktop.boxes[0],
+              (MessageBox{u"URLs"_s, u"Are you sure you want to remove selected URLs?"_s, MessageIcon::None,
+                          MessageButtons::YesNo}));
     EXPECT_EQ(shownUrls(), u"other.example"_s);
     EXPECT_EQ(competitors(), u"other.example"_s);
     EXPECT_TRUE(urls().topLevelItem(0)->isSelected());
@@ -494,26 +496,34 @@ INSTANTIATE_TEST_SUITE_P(
         FaultCase{"badName",
                   [](frmAccount &d) {
                       rename(d, u"a/b"_s);
-                      control<QTreeWidget>(d, u"tvwEngine"_s).topLevelItem(0)->child(0)->setCheckState(0, Qt::Unchecked);
+                      control<QTreeWidget>(d, u"tvwEngine"_s)
+                          .topLevelItem(0)
+                          ->child(0)
+                          ->setCheckState(0, Qt::Unchecked);
                   },
                   u"Invalid project name. The project name can not contain: '\\ / : * ? \" < >|'."_s, 0,
                   u"txtAccountName"_s},
         FaultCase{"noUrl", [](frmAccount &d) { control<UrlListView>(d, u"lvwURLs"_s).clear(); },
                   u"Please add an URL."_s, 0, u"lvwURLs"_s},
-        FaultCase{"linksAreText", [](frmAccount &d) { control<QComboBox>(d, u"cboLinks"_s).setEditText(u"abc"_s); },
+        FaultCase{"linksAreText",
+                  [](frmAccount &d) { control<QComboBox>(d, u"cboLinks"_s).setEditText(u"abc"_s); },
                   u"Please specify the number of links you want to scan."_s, 0, u"cboLinks"_s},
         FaultCase{"noEngine",
                   [](frmAccount &d) {
-                      control<QTreeWidget>(d, u"tvwEngine"_s).topLevelItem(0)->child(0)->setCheckState(0, Qt::Unchecked);
+                      control<QTreeWidget>(d, u"tvwEngine"_s)
+                          .topLevelItem(0)
+                          ->child(0)
+                          ->setCheckState(0, Qt::Unchecked);
                   },
                   u"Please select the engines you want to rank."_s, 1, u"tvwEngine"_s},
-        FaultCase{"yesterday",
-                  [](frmAccount &d) {
-                      control<QAbstractButton>(d, u"chkSchedulerEnable"_s).click();
-                      control<QDateEdit>(d, u"dtStartDate"_s).setDate(Today.addDays(-1));
-                  },
-                  u"Your start date can not be earlier than today's date. Please select a valid date and try again. "_s,
-                  2, u"dtStartDate"_s},
+        FaultCase{
+            "yesterday",
+            [](frmAccount &d) {
+                control<QAbstractButton>(d, u"chkSchedulerEnable"_s).click();
+                control<QDateEdit>(d, u"dtStartDate"_s).setDate(Today.addDays(-1));
+            },
+            u"Your start date can not be earlier than today's date. Please select a valid date and try again. "_s,
+            2, u"dtStartDate"_s},
         FaultCase{"noMail",
                   [](frmAccount &d) {
                       control<QAbstractButton>(d, u"chkSentReport"_s).click();
@@ -544,7 +554,8 @@ TEST_F(AccountDialog, logsAMissingCatalogueAndShowsTheRest)
 {
     world.app.EngineCatalogue = nullptr;
     open();
-    EXPECT_EQ(world.takeLog(), u"frmAccount_PopulateEngine error: The catalogue has no list of its engines"_s);
+    EXPECT_EQ(world.takeLog(),
+              u"frmAccount_PopulateEngine error: The catalogue has no list of its engines"_s);
     EXPECT_EQ(text(u"txtAccountName"_s).text(), u"Shop"_s);
 }
 

@@ -150,8 +150,8 @@ TEST_F(PreferenceDialog, showsTheSettings)
     };
     for (const auto &[name, wanted] : fields)
         EXPECT_EQ(text(name).text(), wanted) << name.toStdString();
-    EXPECT_TRUE(checked(u"optProxy2"_s) && checked(u"chkSMTPAuthentication"_s) && checked(u"chkLogoPosition1"_s) &&
-                checked(u"chkUpdateEngineData"_s));
+    EXPECT_TRUE(checked(u"optProxy2"_s) && checked(u"chkSMTPAuthentication"_s) &&
+                checked(u"chkLogoPosition1"_s) && checked(u"chkUpdateEngineData"_s));
     EXPECT_FALSE(checked(u"chkLogoPosition0"_s) || checked(u"chkSchedulerEnable"_s) ||
                  checked(u"chkConfirmConnection"_s));
     EXPECT_EQ(world.takeLog(), QString());
@@ -160,8 +160,8 @@ TEST_F(PreferenceDialog, showsTheSettings)
 TEST_F(PreferenceDialog, opensWithTheDefaultsOfAFirstStart)
 {
     dialog.show();
-    EXPECT_TRUE(checked(u"optProxy1"_s) && checked(u"chkLogoPosition0"_s) && checked(u"chkSchedulerEnable"_s) &&
-                checked(u"chkConfirmConnection"_s));
+    EXPECT_TRUE(checked(u"optProxy1"_s) && checked(u"chkLogoPosition0"_s) &&
+                checked(u"chkSchedulerEnable"_s) && checked(u"chkConfirmConnection"_s));
     EXPECT_EQ(text(u"txtPort"_s).text(), u"8080"_s);
     EXPECT_EQ(text(u"txtSMTPPort"_s).text(), u"25"_s);
     EXPECT_EQ(text(u"txtTimeOut"_s).text(), u"30"_s);
@@ -275,13 +275,13 @@ TEST_P(PreferenceDialogFaults, areToldWithTheirTabAndFieldInFront)
 
 INSTANTIATE_TEST_SUITE_P(
     All, PreferenceDialogFaults,
-    testing::Values(FaultCase{"noProxy", u"txtProxy"_s, {}, u"Invalid Proxy Server address."_s, 0},
-                    FaultCase{"noPort", u"txtPort"_s, {}, u"Invalid Proxy Port Number."_s, 0},
-                    FaultCase{"mailPort", u"txtSMTPPort"_s, u"25a"_s, u"InVaid SMTP Port number."_s, 1},
-                    FaultCase{"noUser", u"txtSMTPUserName"_s, {}, u"Please enter a user name for SMTP server."_s, 1},
-                    FaultCase{"noPassword", u"txtSMTPPassword"_s, {},
-                              u"Please enter a password for SMTP server."_s, 1},
-                    FaultCase{"timeOut", u"txtTimeOut"_s, u"soon"_s, u"Invaid Time out Valid."_s, 3}),
+    testing::Values(
+        FaultCase{"noProxy", u"txtProxy"_s, {}, u"Invalid Proxy Server address."_s, 0},
+        FaultCase{"noPort", u"txtPort"_s, {}, u"Invalid Proxy Port Number."_s, 0},
+        FaultCase{"mailPort", u"txtSMTPPort"_s, u"25a"_s, u"InVaid SMTP Port number."_s, 1},
+        FaultCase{"noUser", u"txtSMTPUserName"_s, {}, u"Please enter a user name for SMTP server."_s, 1},
+        FaultCase{"noPassword", u"txtSMTPPassword"_s, {}, u"Please enter a password for SMTP server."_s, 1},
+        FaultCase{"timeOut", u"txtTimeOut"_s, u"soon"_s, u"Invaid Time out Valid."_s, 3}),
     [](const auto &info) { return info.param.name; });
 
 TEST_F(PreferenceDialog, logsASettingThatItCannotShow)

@@ -154,8 +154,9 @@ TEST_F(UrlsDialog, removesTheSelectedRowsAfterAQuestion)
                       list().visualItemRect(list().topLevelItem(2)).center());
     click(dialog, u"cmdDelete"_s);
     ASSERT_EQ(world.desktop.boxes.size(), 1U);
-    EXPECT_EQ(world.desktop.boxes[0], (MessageBox{u"URLs"_s, u"Are you sure you want to remove selected URLs?"_s,
-                                                  MessageIcon::None, MessageButtons::YesNo}));
+    EXPECT_EQ(world.desktop.boxes[0],
+              (MessageBox{u"URLs"_s, u"Are you sure you want to remove selected URLs?"_s, MessageIcon::None,
+                          MessageButtons::YesNo}));
     EXPECT_EQ(rows(), u"-b.example"_s);
     EXPECT_TRUE(list().topLevelItem(0)->isSelected());
 }

@@ -299,8 +299,8 @@ void spoilProxy(PreferenceForm &form)
 
 INSTANTIATE_TEST_SUITE_P(
     Order, PreferenceFaults,
-    testing::Values(FaultCase{"noProxy", spoilProxy, u"Invalid Proxy Server address."_s, PreferenceTab::Server,
-                              PreferenceField::Proxy},
+    testing::Values(FaultCase{"noProxy", spoilProxy, u"Invalid Proxy Server address."_s,
+                              PreferenceTab::Server, PreferenceField::Proxy},
                     FaultCase{"noPort", spoilPort, u"Invalid Proxy Port Number."_s, PreferenceTab::Server,
                               PreferenceField::Port},
                     FaultCase{"portBehindAScheme",
@@ -309,8 +309,8 @@ INSTANTIATE_TEST_SUITE_P(
                                   f.Proxy = u"http://proxy.example"_s;
                               },
                               u"Invalid Proxy Port Number."_s, PreferenceTab::Server, PreferenceField::Port},
-                    FaultCase{"mailPort", spoilMailPort, u"InVaid SMTP Port number."_s, PreferenceTab::MailServer,
-                              PreferenceField::SMTPPort},
+                    FaultCase{"mailPort", spoilMailPort, u"InVaid SMTP Port number."_s,
+                              PreferenceTab::MailServer, PreferenceField::SMTPPort},
                     FaultCase{"noUser", spoilUser, u"Please enter a user name for SMTP server."_s,
                               PreferenceTab::MailServer, PreferenceField::SMTPUserName},
                     FaultCase{"noPassword", spoilPassword, u"Please enter a password for SMTP server."_s,

@@ -118,8 +118,8 @@ TEST_P(Dialogs, giveEveryControlAName)
                 qobject_cast<const QTabWidget *>(widget))
                 continue;
             if (widget->accessibleName().isEmpty() && (!button || button->text().isEmpty()))
-                nameless += widget->objectName() + u"("_s + QString::fromLatin1(widget->metaObject()->className()) +
-                            u") "_s;
+                nameless += widget->objectName() + u"("_s +
+                            QString::fromLatin1(widget->metaObject()->className()) + u") "_s;
         }
     });
     EXPECT_EQ(nameless, QString());
@@ -158,8 +158,9 @@ TEST_P(Dialogs, storeNoSizeThatNobodyChose)
 {
     dialog->show();
     dialog->reject();
-    EXPECT_EQ(GetRegistryText(world.app, world.app.RegPreference, dialog->objectName() + u"Size"_s, u"none"_s),
-              u"none"_s);
+    EXPECT_EQ(
+        GetRegistryText(world.app, world.app.RegPreference, dialog->objectName() + u"Size"_s, u"none"_s),
+        u"none"_s);
 }
 
 TEST_P(Dialogs, fitOnTheScreenWhateverIsStored)

@@ -60,9 +60,9 @@ TEST(KnownURLs, checksThoseOfTheProjectBySpelling)
     World world;
     world.write(File, "a.example\r\nB.example\r\nc.example\r\n\r\n");
     const auto chosen = urls({u"a.example"_s, u"b.example"_s, u"lost.example"_s});
-    EXPECT_EQ(loadKnownURLs(world.app, &chosen), (std::vector<KnownURL>{{u"a.example"_s, true},
-                                                                       {u"B.example"_s, false},
-                                                                       {u"c.example"_s, false}}));
+    EXPECT_EQ(
+        loadKnownURLs(world.app, &chosen),
+        (std::vector<KnownURL>{{u"a.example"_s, true}, {u"B.example"_s, false}, {u"c.example"_s, false}}));
 }
 
 TEST(KnownURLs, areNoneWithoutTheFile)

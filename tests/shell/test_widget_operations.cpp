@@ -162,11 +162,12 @@ TEST_F(AllEngines, areMissedWithAMessage)
     PopulateAllEngine(world.app, list, ListBoxes::None);
     ASSERT_EQ(world.desktop.boxes.size(), 1U);
     EXPECT_EQ(world.desktop.boxes[0],
-              (MessageBox{u"Error"_s,
-                          u"Engine data file is corrupted or missing, you need to download the new engine data file "
-                          "from our web site by click on the 'File/Update Engine Data' menu item from the main menu "
-                          "bar and following the instruction on the screen."_s,
-                          MessageIcon::Information, MessageButtons::Ok}));
+              (MessageBox{
+                  u"Error"_s,
+                  u"Engine data file is corrupted or missing, you need to download the new engine data file "
+                  "from our web site by click on the 'File/Update Engine Data' menu item from the main menu "
+                  "bar and following the instruction on the screen."_s,
+                  MessageIcon::Information, MessageButtons::Ok}));
     EXPECT_EQ(list.count(), 1);
 }
 
