@@ -2,6 +2,7 @@
 
 #include "core/failure.h"
 #include "tests/support/printing.h"
+#include "tests/support/source_tree.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +17,7 @@ namespace {
 
 QByteArray publishedFile()
 {
-    QFile file(QStringLiteral(SONDREL_SOURCE_DIR "/data/deployment.ini"));
+    QFile file(sourceFile(u"data/deployment.ini"_s));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 

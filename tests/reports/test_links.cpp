@@ -3,6 +3,7 @@
 #include "reports/html_report.h"
 #include "reports/report_set.h"
 #include "tests/reports/report_world.h"
+#include "tests/support/source_tree.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -25,7 +26,7 @@ class ReportLinks : public testing::Test, public ReportWorld
 protected:
     ReportLinks()
     {
-        const auto published = QStringLiteral(SONDREL_SOURCE_DIR "/data/menutemplate.html");
+        const auto published = sourceFile(u"data/menutemplate.html"_s);
         if (!QFile::copy(published, path(u"menutemplate.html"_s)))
             throw Failure(u"The template cannot be copied"_s);
     }
