@@ -184,12 +184,15 @@ CommandSet enabledCommands(const CommandFacts &facts)
     enable(C::NewProject, idle);
     enable(C::EditProject, idle && facts.hasProject);
     enable(C::DeleteProject, idle && facts.hasProject);
+    enable(C::UpdateEngineData, idle);
+    enable(C::EngineBuilder, true);
     enable(C::Configuration, true);
     enable(C::Exit, true);
     enable(C::AddKeywords, facts.hasGrid);
     enable(C::DeleteKeywords, facts.hasGrid && idle && facts.selectedRows > 0);
     enable(C::CopyKeywords, facts.hasGrid && facts.selectedRows > 0);
     enable(C::PasteKeywords, facts.hasGrid && facts.hasCopied);
+    enable(C::KeywordBuilder, facts.hasGrid);
     enable(C::ExportKeywords, facts.hasGrid && facts.dataRows > 0);
     enable(C::ShowAll, facts.hasGrid);
     enable(C::ShowOptimized, facts.hasGrid);
@@ -197,14 +200,17 @@ CommandSet enabledCommands(const CommandFacts &facts)
     enable(C::GoToCompetitor, facts.hasUrl);
     enable(C::LookupSelected, facts.hasGrid && idle);
     enable(C::LookupAll, facts.hasGrid && idle);
+    enable(C::LookupAllEngines, facts.hasGrid && idle);
     enable(C::Stop, facts.hasGrid && facts.lookupRuns);
+    for (const C report : {C::HtmlReport, C::TextReport, C::ExcelReport, C::SendReport})
+        enable(report, facts.hasGrid && facts.dataRows > 0);
+    enable(C::Optimizer, facts.hasGrid);
     enable(C::HelpContents, true);
     enable(C::Support, true);
     enable(C::HomePage, true);
     enable(C::About, true);
     enable(C::EnginePage, facts.hasEngine);
     enable(C::EngineLogin, facts.hasEngine);
-    // TODO: the remaining commands are switched on together with their windows.
     return set;
 }
 

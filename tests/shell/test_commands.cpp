@@ -20,7 +20,8 @@ std::set<Command> setOf(const CommandSet &set)
     return result;
 }
 
-const std::set<Command> Always{C::Configuration, C::Exit, C::HelpContents, C::Support, C::HomePage, C::About};
+const std::set<Command> Always{C::EngineBuilder, C::Configuration, C::Exit, C::HelpContents,
+                               C::Support,       C::HomePage,      C::About};
 
 std::set<Command> with(std::set<Command> more)
 {
@@ -51,7 +52,7 @@ TEST(Commands, haveShortcutsOfTheirOwn)
 
 TEST(Commands, ofAnEmptyProgramLeadToAProject)
 {
-    EXPECT_EQ(setOf(enabledCommands({})), with({C::NewProject}));
+    EXPECT_EQ(setOf(enabledCommands({})), with({C::NewProject, C::UpdateEngineData}));
 }
 
 TEST(Commands, ofAProjectWithoutGridConcernTheProject)
@@ -59,8 +60,8 @@ TEST(Commands, ofAProjectWithoutGridConcernTheProject)
     CommandFacts facts;
     facts.hasProject = true;
     facts.hasUrl = true;
-    EXPECT_EQ(setOf(enabledCommands(facts)),
-              with({C::NewProject, C::EditProject, C::DeleteProject, C::GoToCompetitor}));
+    EXPECT_EQ(setOf(enabledCommands(facts)), with({C::NewProject, C::EditProject, C::DeleteProject,
+                                                   C::UpdateEngineData, C::GoToCompetitor}));
 }
 
 TEST(Commands, ofAnEmptyGridLeadToKeywords)
@@ -68,8 +69,9 @@ TEST(Commands, ofAnEmptyGridLeadToKeywords)
     CommandFacts facts;
     facts.hasProject = facts.hasGrid = facts.hasEngine = true;
     EXPECT_EQ(setOf(enabledCommands(facts)),
-              with({C::NewProject, C::EditProject, C::DeleteProject, C::AddKeywords, C::ShowAll,
-                    C::ShowOptimized, C::LookupSelected, C::LookupAll, C::EnginePage, C::EngineLogin}));
+              with({C::NewProject, C::EditProject, C::DeleteProject, C::UpdateEngineData, C::AddKeywords,
+                    C::KeywordBuilder, C::ShowAll, C::ShowOptimized, C::LookupSelected, C::LookupAll,
+                    C::LookupAllEngines, C::Optimizer, C::EnginePage, C::EngineLogin}));
 }
 
 TEST(Commands, ofAnIdleGridWithSelectedRows)
@@ -79,9 +81,12 @@ TEST(Commands, ofAnIdleGridWithSelectedRows)
     facts.selectedRows = 1;
     facts.dataRows = 3;
     EXPECT_EQ(setOf(enabledCommands(facts)),
-              with({C::NewProject, C::EditProject, C::DeleteProject, C::AddKeywords, C::DeleteKeywords,
-                    C::CopyKeywords, C::PasteKeywords, C::ExportKeywords, C::ShowAll, C::ShowOptimized,
-                    C::ShowPosition, C::GoToCompetitor, C::LookupSelected, C::LookupAll}));
+              with({C::NewProject,       C::EditProject,    C::DeleteProject,  C::UpdateEngineData,
+                    C::AddKeywords,      C::DeleteKeywords, C::CopyKeywords,   C::PasteKeywords,
+                    C::KeywordBuilder,   C::ExportKeywords, C::ShowAll,        C::ShowOptimized,
+                    C::ShowPosition,     C::GoToCompetitor, C::LookupSelected, C::LookupAll,
+                    C::LookupAllEngines, C::HtmlReport,     C::TextReport,     C::ExcelReport,
+                    C::SendReport,       C::Optimizer}));
 }
 
 TEST(Commands, duringALookupStopItAndChangeNothingElse)
@@ -90,6 +95,8 @@ TEST(Commands, duringALookupStopItAndChangeNothingElse)
     facts.hasProject = facts.hasGrid = facts.lookupRuns = true;
     facts.selectedRows = 1;
     facts.dataRows = 3;
-    EXPECT_EQ(setOf(enabledCommands(facts)), with({C::AddKeywords, C::CopyKeywords, C::ExportKeywords,
-                                                   C::ShowAll, C::ShowOptimized, C::Stop}));
+    EXPECT_EQ(setOf(enabledCommands(facts)),
+              with({C::AddKeywords, C::CopyKeywords, C::KeywordBuilder, C::ExportKeywords, C::ShowAll,
+                    C::ShowOptimized, C::Stop, C::HtmlReport, C::TextReport, C::ExcelReport, C::SendReport,
+                    C::Optimizer}));
 }

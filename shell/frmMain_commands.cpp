@@ -1,0 +1,255 @@
+// What the main window's commands do.
+#include "shell/frmMain.h"
+
+#include "core/clsDealerProfile.h"
+#include "core/modCommon.h"
+#include "core/text_fold.h"
+#include "shell/frmAbout.h"
+#include "shell/frmAccount.h"
+#include "shell/frmPreference.h"
+#include "shell/frmSondrel.h"
+#include "shell/project_tree.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QSignalBlocker>
+#include <QTreeWidget>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace sondrel {
+
+namespace {
+
+QString withHttp(const QString &url)
+{
+    return containsIgnoringCase(url, u"http") ? url : u"http://"_s + url;
+}
+
+} // namespace
+
+void frmMain::setHandler(Command command, std::function<void()> handler)
+{
+    m_handlers[command] = std::move(handler);
+}
+
+void frmMain::give(Command command)
+{
+    if (const auto handler = m_handlers.find(command); handler != m_handlers.end())
+        handler->second();
+}
+
+void frmMain::connectCommands()
+{
+    using C = Command;
+    setHandler(C::NewProject, [this] { AddAccount(); });
+    setHandler(C::EditProject, [this] { EditAccount(); });
+    setHandler(C::DeleteProject, [this] { DeleteAccount(); });
+    setHandler(C::Configuration, [this] { Config(); });
+    setHandler(C::Exit, [this] { close(); });
+    for (const C command : {C::DeleteKeywords, C::CopyKeywords, C::PasteKeywords, C::ExportKeywords})
+        setHandler(command, [this, command] { passToChild(command); });
+    for (const C command : {C::ShowAll, C::ShowOptimized})
+        setHandler(command, [this, command] { ShowOrOptimized(textOf(command).number); });
+    setHandler(C::ShowPosition, [this] { ShowURLPosition(); });
+    setHandler(C::GoToCompetitor, [this] { openUrl(); });
+    for (const C command : {C::LookupSelected, C::LookupAll, C::Stop})
+        setHandler(command, [this, command] { LookUp(textOf(command).number); });
+    setHandler(C::HelpContents, [this] { helpContents(); });
+    setHandler(C::Support, [this] { openDealerPage(true); });
+    setHandler(C::HomePage, [this] { openDealerPage(false); });
+    setHandler(C::About, [this] { about(); });
+    setHandler(C::EnginePage, [this] { openEnginePage(false); });
+    setHandler(C::EngineLogin, [this] { openEnginePage(true); });
+}
+
+void frmMain::passToChild(Command command)
+{
+    if (m_child)
+        m_child->mnuKeywordsItemClick(textOf(command).number);
+}
+
+void frmMain::AddAccount()
+{
+    reportFailure(m_app, u"frmMain_AddAccount error: "_s, [&] {
+        if (lookupRuns())
+            return;
+        const auto account = std::make_shared<clsAccount>(m_app);
+        frmAccount dialog(m_app, this);
+        dialog.setAccount(account);
+        dialog.exec();
+        if (!dialog.Cancelled()) {
+            m_projects->addItem(account->Name);
+            m_projects->setCurrentIndex(m_projects->count() - 1);
+            chooseProject();
+        }
+        m_state.Main->SaveAccount(projects());
+    });
+}
+
+void frmMain::EditAccount()
+{
+    reportFailure(m_app, u"frmMain_EditAccount error: "_s, [&] {
+        if (lookupRuns() || m_projects->currentText().isEmpty())
+            return;
+        frmAccount dialog(m_app, this);
+        dialog.setAccount(m_account);
+        dialog.exec();
+        if (!dialog.Cancelled()) {
+            m_projects->setItemText(m_projects->currentIndex(), m_account->Name);
+            showUrls();
+            PopulateEngine();
+            UpdateUI();
+            showHint();
+        }
+        m_state.Main->SaveAccount(projects());
+    });
+}
+
+void frmMain::DeleteAccount()
+{
+    reportFailure(m_app, u"frmMain_DeleteAccount error: "_s, [&] {
+        if (lookupRuns() || m_projects->currentIndex() < 0)
+            return;
+        const MessageAnswer answer = m_app.desktop.showMessage(
+            {u"Delete Keyword"_s, u"Are you sure you want to delete selected Account?"_s,
+             MessageIcon::Question, MessageButtons::YesNo});
+        if (answer != MessageAnswer::Yes)
+            return;
+        m_account->DeleteFile();
+        m_projects->removeItem(m_projects->currentIndex());
+        if (m_projects->count() == 0)
+            showNoProject();
+        else
+            m_projects->setCurrentIndex(0);
+        if (hasProjects())
+            chooseProject();
+        m_state.Main->SaveAccount(projects());
+    });
+}
+
+void frmMain::showNoProject()
+{
+    if (m_child) {
+        m_child->unload();
+        delete m_child;
+        m_child = nullptr;
+    }
+    const QSignalBlocker quiet(m_tree);
+    m_tree->clear();
+    m_urls->clear();
+    m_account.reset();
+    m_engine.clear();
+    m_nodeKey.clear();
+    setWindowTitle(m_app.deployment.Title);
+    UpdateUI();
+    showHint();
+}
+
+void frmMain::Config()
+{
+    frmPreference dialog(m_app, this);
+    dialog.exec();
+    readSettings();
+}
+
+void frmMain::ShowOrOptimized(int item)
+{
+    // A checkable item has changed its own tick already when it is chosen.
+    action(Command::ShowAll)->setChecked(item == 1);
+    action(Command::ShowOptimized)->setChecked(item == 2);
+    if (m_child && m_shownFilter != item)
+        m_child->ShowButtonItemsClick(item);
+    m_shownFilter = item;
+}
+
+void frmMain::LookUp(int item)
+{
+    if (m_projects->currentText().isEmpty()) {
+        m_app.desktop.showMessage(
+            {m_app.deployment.Title,
+             u"Please create a new Account by clicking the 'Project' button on the toolbar "
+             "before you can doing ranking look up."_s,
+             MessageIcon::None, MessageButtons::Ok});
+        return;
+    }
+    if (!m_child)
+        return;
+    if (item != 5) {
+        m_app.LookupRequested = true;
+        m_reports.ReportsFresh = false;
+    }
+    m_child->mnuRunMenuBidsItemsClick(item);
+}
+
+void frmMain::ShowURLPosition()
+{
+    reportFailure(m_app, u"frmMain_ShowURLPosition error:  "_s, [&] {
+        if (m_child && !selectedUrl().isEmpty())
+            m_child->ShowURLPosition(selectedUrl());
+    });
+}
+
+void frmMain::openUrl()
+{
+    reportFailure(m_app, u"frmMain_lvwURLs_DblClick error: "_s, [&] {
+        if (!selectedUrl().isEmpty())
+            ShellOpenDocument(m_app, withHttp(selectedUrl()), ShowMode::Normal);
+    });
+}
+
+void frmMain::openEnginePage(bool login)
+{
+    reportFailure(m_app, u"mnuOpenPageItem_Click error: "_s, [&] {
+        if (m_engine.isEmpty())
+            return;
+        const qint16 index = m_state.Catalogue->GetEngineIndex(m_engine);
+        const auto address = enginePageAddress(
+            login ? m_state.Catalogue->GetLoginURL(index) : m_state.Catalogue->GetEngineURL(index), login);
+        if (address)
+            ShellOpenDocument(m_app, *address, ShowMode::Normal);
+        else
+            m_app.desktop.showMessage({u"Login"_s,
+                                       u"Invalid login URL. Please report this error to '"_s +
+                                           m_app.deployment.SupportEmail + u"'."_s,
+                                       MessageIcon::None, MessageButtons::Ok});
+    });
+}
+
+void frmMain::openDealerPage(bool support)
+{
+    clsDealerProfile dealer;
+    dealer.GetSettings(m_app);
+    ShellOpenDocument(m_app, AddHTTPToURL(m_app, support ? dealer.SupportURL : dealer.DealerURL),
+                      ShowMode::Normal);
+}
+
+void frmMain::openStatistics()
+{
+    clsDealerProfile dealer;
+    dealer.GetSettings(m_app);
+    ShellOpenDocument(m_app, AddHTTPToURL(m_app, dealer.SiteStatsURL), ShowMode::Normal);
+}
+
+void frmMain::helpContents()
+{
+    const QString file = helpFile(m_app);
+    if (m_app.files.fileExists(file)) {
+        ShellOpenDocument(m_app, file, ShowMode::Normal);
+        return;
+    }
+    m_app.desktop.showMessage(
+        {u"Help Contents"_s,
+         u"Cannot find the '"_s + file +
+             u"' Help file. Please check to see that the file exists on your disk. If it "
+             "doesn't, you need to reinstall it."_s,
+         MessageIcon::Information, MessageButtons::Ok});
+}
+
+void frmMain::about()
+{
+    frmAbout dialog(m_app, this);
+    dialog.exec();
+}
+
+} // namespace sondrel
