@@ -130,6 +130,7 @@ probe::Operations allOperations()
     probe::addLookupOperations(operations);
     probe::addSettingsOperations(operations);
     probe::addReportOperations(operations);
+    probe::addOptimizerOperations(operations);
     return operations;
 }
 

@@ -19,5 +19,6 @@ void addTransferOperations(Operations &operations);
 void addLookupOperations(Operations &operations);
 void addSettingsOperations(Operations &operations);
 void addReportOperations(Operations &operations);
+void addOptimizerOperations(Operations &operations);
 
 } // namespace sondrel::probe

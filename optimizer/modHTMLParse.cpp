@@ -1,0 +1,147 @@
+#include "optimizer/modHTMLParse.h"
+
+#include "core/modUtilit.h"
+#include "core/text_fold.h"
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace sondrel {
+
+namespace {
+
+constexpr QStringView ScriptEnd = u"</script>";
+constexpr qsizetype ScriptTag = 7; // "<script"
+
+// The content of an attribute, from its name on: behind "=", without the quotation marks round it.
+QStringView contentOf(QStringView attribute)
+{
+    const qsizetype equals = attribute.indexOf(u'=');
+    if (equals >= 0)
+        attribute = trimBlanks(attribute.sliced(equals + 1));
+    if (attribute.startsWith(u'"'))
+        attribute = attribute.sliced(1);
+    if (attribute.endsWith(u'"'))
+        attribute.chop(1);
+    return attribute;
+}
+
+// One walk over the tags of a page. Texts are looked for in a folded copy of it.
+class TagScan
+{
+public:
+    TagScan(QStringView html, QStringView folded, MetaTags &tags)
+        : m_html(html), m_folded(folded), m_tags(tags)
+    {
+    }
+
+    void run()
+    {
+        qsizetype open = nextTag();
+        while (open >= 0) {
+            if (m_folded.sliced(open + 1).startsWith(u"script")) {
+                skipScript(open);
+                open = nextTag();
+                continue;
+            }
+            const qsizetype close = m_html.indexOf(u'>', open + 1);
+            if (close < 0)
+                return;
+            takeTag(open + 1, close);
+            m_work = close + 1;
+            open = nextTag();
+            if (open >= 0 && m_inBody)
+                m_tags.body += m_html.sliced(m_work, open - m_work);
+        }
+    }
+
+private:
+    qsizetype nextTag() const { return m_html.indexOf(u'<', m_work); }
+
+    void skipScript(qsizetype open)
+    {
+        const qsizetype end =
+            m_scriptEnds ? indexOfExactly(m_folded, ScriptEnd, std::min(open + ScriptTag, m_folded.size()))
+                         : -1;
+        if (end >= 0) {
+            m_work = end + ScriptEnd.size();
+            return;
+        }
+        // A script without an end costs eight characters at a time until its tag is gone. Nor does any later
+        // one have an end, so that it need not be looked for again.
+        m_scriptEnds = false;
+        constexpr qsizetype Step = 8;
+        m_work = std::min(m_work + Step * ((open - m_work) / Step + 1), m_html.size());
+    }
+
+    void takeTag(qsizetype begin, qsizetype end)
+    {
+        const QStringView tag = m_folded.sliced(begin, end - begin);
+        if (m_inBody)
+            return;
+        m_inBody = tag == u"/head" || tag.startsWith(u"body");
+        if (m_inBody || !tag.contains(u"meta"_s))
+            return;
+        if (tag.contains(u"description"_s) || tag.contains(u"keywords"_s))
+            takeMeta(begin, tag);
+    }
+
+    void takeMeta(qsizetype begin, QStringView tag)
+    {
+        // A tag without content repeats what the one before it said.
+        if (const qsizetype content = tag.indexOf(u"content"_s); content >= 0) {
+            m_namesKeywords = tag.first(content).contains(u"keywords"_s);
+            m_value = contentOf(m_html.sliced(begin, tag.size()).sliced(content));
+        }
+        (m_namesKeywords ? m_tags.keywords : m_tags.description) = m_value.toString();
+    }
+
+    QStringView m_html;
+    QStringView m_folded;
+    MetaTags &m_tags;
+    qsizetype m_work = 0; // what stands before it is done with
+    bool m_scriptEnds = true;
+    bool m_inBody = false;
+    bool m_namesKeywords = false;
+    QStringView m_value;
+};
+
+QString cleanBody(QString body)
+{
+    body = replacedIgnoringCase(body, u"&quot;", u"\"");
+    body = replacedIgnoringCase(body, u"&nbsp;", u" ");
+    body.replace(u'\t', u' ');
+    body = CollapseSpaces(std::move(body));
+    body = replacedIgnoringCase(body, u"  ", u" ");
+    return trimBlanks(body).toString();
+}
+
+QString titleOf(QStringView html, QStringView folded)
+{
+    constexpr QStringView Begin = u"<title>";
+    const qsizetype begin = indexOfExactly(folded, Begin);
+    const qsizetype end = indexOfExactly(folded, u"</title>");
+    if (begin < 0 || end < 0)
+        return {};
+    if (end < begin)
+        throw Failure(u"The title ends before it begins"_s);
+    return CollapseSpaces(html.sliced(begin + Begin.size(), end - begin - Begin.size()).toString());
+}
+
+} // namespace
+
+MetaTags retrieveMetaTag(ApplicationContext &app, const QString &html)
+{
+    MetaTags tags;
+    reportFailure(app, u"modHTMLParse_retrieveMetaTag error: "_s, [&] {
+        const QString lowered = folded(html);
+        TagScan(html, lowered, tags).run();
+        tags.body = cleanBody(std::move(tags.body));
+        tags.title = titleOf(html, lowered);
+    });
+    return tags;
+}
+
+} // namespace sondrel
