@@ -6,7 +6,8 @@
 
 namespace sondrel {
 
-/// A drawing of ours by name: one stroke in the colour of the text around it, so that it follows light and dark. An
+/// An icon by the name of our drawing: the desktop's own icon for the same thing where its theme has one,
+/// else the drawing, one stroke in the colour of the text around it, so that it follows light and dark. An
 /// unknown name gives an empty icon.
 QIcon programIcon(const QString &name);
 
