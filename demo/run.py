@@ -58,11 +58,16 @@ def run(probe, folder, fresh=False, stay=False):
             print(f"Looking up the project {project.NAME} on {server.base} ...", flush=True)
             with Probe(probe, folder / "app", folder / "system", folder / "settings.ini") as operations:
                 answer = operations.ask("Lookup", project.NAME, project.ENGINE, "all")
-            show(answer, folder, shops)
+                reports = write_reports(operations, folder)
+            show(answer, folder, shops, reports)
             if stay:
                 print(f"\nThe search engine stays at {server.base} until you press Ctrl+C.", flush=True)
                 signal.pause()
     return 0
+
+
+def below_here(path):
+    return path.relative_to(Path.cwd()) if Path.cwd() in path.parents else path
 
 
 def remove(path):
@@ -87,7 +92,16 @@ def prepare(folder):
     return shops
 
 
-def show(answer, folder, shops):
+def write_reports(operations, folder):
+    """Writes the pages of the project's report and returns their index."""
+    shutil.copy(ROOT / "data" / "menutemplate.html", folder / "app")
+    index = operations.ask("WriteReportSet", project.NAME)["result"]
+    if index is None:
+        raise Stop(f"the report was not written; {folder}/app/Error.log says why")
+    return Path(index)
+
+
+def show(answer, folder, shops, reports):
     rows = answer["rows"]
     own = {shops[number].host for number in OWN}
 
@@ -97,13 +111,15 @@ def show(answer, folder, shops):
     print()
     print("\n".join(table.render(rows, whose, table.Style())))
     print(f"\n{table.summary(rows)}; {answer['ms'] / 1000:.1f} seconds")
-    app = (folder if Path.cwd() not in folder.parents else folder.relative_to(Path.cwd())) / "app"
+    app = below_here(folder) / "app"
     print(f"""
 Positions  {app}/Projects/{project.NAME}/{project.ENGINE}.dat
 Project    {app}/Projects/{project.NAME}/{project.NAME}.dat and Keywords.dat
 Listings   {app}/Results/{project.ENGINE}/
 Pages      {app}/Reports/{project.NAME}/
 Log        {app}/Error.log
+
+The report of the project, for a browser: {below_here(reports)}
 
 The sites change a little with every run: run it again and see who rose and who fell.""")
     failed = [row["Keyword"] for row in rows if row["Status"] == "Failed"]

@@ -3,6 +3,10 @@
 #include "lookup/lookup_session.h"
 #include "lookup/ranking_query.h"
 #include "probe/operations.h"
+#include "reports/html_report.h"
+#include "reports/report_files.h"
+#include "reports/report_pages.h"
+#include "reports/report_set.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -58,15 +62,24 @@ std::vector<SelectedRow> selectedRows(const clsKeywords &keywords, const QJsonAr
     return rows;
 }
 
+// The project as it is on disk.
+void open(LookupSession &session, ApplicationContext &app, const QString &project)
+{
+    session.Account = std::make_shared<clsAccount>(app);
+    session.Account->Name = project;
+    session.Account->GetSettings();
+}
+
 QJsonObject lookup(const Call &call)
 {
     const LoadedCatalogue catalogue(call.app);
     LookupSession session(call.app);
-    session.Account = std::make_shared<clsAccount>(call.app);
-    session.Account->Name = call.text(0);
-    session.Account->GetSettings();
+    open(session, call.app, call.text(0));
     session.EngineName = call.text(1);
     session.open();
+    session.writeReport = [&] {
+        CreateHTMLReport(call.app, *session.Account, session.EngineName, session.Keywords->Keywords, {});
+    };
 
     QEventLoop loop;
     bool cancelled = false;
@@ -108,12 +121,30 @@ QJsonObject lookup(const Call &call)
     };
 }
 
+// The pages of a project's report, from what its lookups have left; the first engine is the one on show.
+QJsonObject writeReportSet(const Call &call)
+{
+    const LoadedCatalogue catalogue(call.app);
+    LookupSession session(call.app);
+    open(session, call.app, call.text(0));
+    if (session.Account->Engine && !session.Account->Engine->isEmpty())
+        session.EngineName = session.Account->Engine->at(1);
+    session.open();
+    ReportSet set(call.app);
+    set.ResetReporter();
+    set.writePages(*session.Account, session.Keywords->Keywords);
+    set.CreateHTMLReportIndex(session.Account->Name);
+    const auto index = existingReport(call.app, session.Account->Name, indexFileName());
+    return answer(index ? QJsonValue(*call.app.files.find(*index)) : QJsonValue());
+}
+
 } // namespace
 
 void addLookupOperations(Operations &operations)
 {
     operations.insert(u"QueryAddress"_s, queryAddress);
     operations.insert(u"Lookup"_s, lookup);
+    operations.insert(u"WriteReportSet"_s, writeReportSet);
 }
 
 } // namespace sondrel::probe

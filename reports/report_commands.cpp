@@ -8,11 +8,15 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace sondrel {
 
-void giveReport(ApplicationContext &app, ReportSet &set, ReportFormat format, const ShownRanking &shown,
-                const ReportStatus &status)
+void announceReports(ApplicationContext &app, const ReportStatus &status)
 {
     status.setPanel(u"Please wait while generating reports ..."_s);
     app.desktop.runPendingEvents();
+}
+
+void giveReport(ApplicationContext &app, ReportSet &set, ReportFormat format, const ShownRanking &shown,
+                const ReportStatus &status)
+{
     {
         const WaitCursor wait(app.desktop);
         if (!set.ReportsFresh) {

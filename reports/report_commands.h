@@ -15,9 +15,11 @@ struct ShownRanking
     const Collection<clsKeyword> &keywords;
 };
 
+/// Says that reports are coming, and lets the window show it. Events run: what is on show may change here.
+void announceReports(ApplicationContext &app, const ReportStatus &status);
+
 /// Report > HTML Format and Text Format: writes the set's pages when a lookup has been started since they
-/// were written last, and the index; then opens the index, or writes and opens the text report. The ranking
-/// stays while pending events run.
+/// were written last, and the index; then opens the index, or writes and opens the text report.
 void giveReport(ApplicationContext &app, ReportSet &set, ReportFormat format, const ShownRanking &shown,
                 const ReportStatus &status);
 

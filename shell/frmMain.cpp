@@ -39,7 +39,7 @@ QTreeWidgetItem *newNode(const QString &key, const QString &text, const QString 
 
 } // namespace
 
-frmMain::frmMain(ApplicationContext &app, QWidget *parent) : QMainWindow(parent), m_app(app), m_reports(app)
+frmMain::frmMain(ApplicationContext &app, QWidget *parent) : QMainWindow(parent), m_app(app), m_reports(app, reportStatus())
 {
     setObjectName(u"frmMain"_s);
     setWindowTitle(app.deployment.Title);
@@ -91,6 +91,7 @@ void frmMain::connectWidgets()
 
 void frmMain::load()
 {
+    ResetReporter();
     loadMainWindow(m_app, *this, m_state);
     UpdateUI();
     showHint();
@@ -253,6 +254,7 @@ void frmMain::connectChild()
 {
     connect(m_child, &frmSondrel::factsChanged, this, &frmMain::UpdateUI);
     LookupSession &session = m_child->session();
+    session.writeReport = [this] { writeEngineReport(); };
     connect(&session, &LookupSession::panelChanged, this,
             [this](LookupSession::Panel panel, const QString &text) {
                 if (panel == LookupSession::Panel::First)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "project/clsAccount.h"
+#include "reports/report_commands.h"
 #include "reports/report_set.h"
 #include "shell/commands.h"
 #include "shell/shut_down.h"
@@ -125,6 +126,10 @@ private:
     void openEnginePage(bool login);
     void openStatistics();
     void openDealerPage(bool support);
+    void Report(ReportFormat format);
+    ReportStatus reportStatus();
+    void showReportProgress(int value, int maximum);
+    void writeEngineReport();
     void showNoProject();
     void helpContents();
     void about();
@@ -162,6 +167,7 @@ private:
     int m_shownFilter = 2; // item of the Show menu that is ticked
     bool m_urlBoxOpen = false;
     bool m_closing = false;
+    bool m_reporting = false; // a report command is under way
 };
 
 } // namespace sondrel

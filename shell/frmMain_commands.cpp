@@ -55,6 +55,8 @@ void frmMain::connectCommands()
     setHandler(C::GoToCompetitor, [this] { openUrl(); });
     for (const C command : {C::LookupSelected, C::LookupAll, C::Stop})
         setHandler(command, [this, command] { LookUp(textOf(command).number); });
+    setHandler(C::HtmlReport, [this] { Report(ReportFormat::Html); });
+    setHandler(C::TextReport, [this] { Report(ReportFormat::Text); });
     setHandler(C::HelpContents, [this] { helpContents(); });
     setHandler(C::Support, [this] { openDealerPage(true); });
     setHandler(C::HomePage, [this] { openDealerPage(false); });
@@ -151,6 +153,7 @@ void frmMain::Config()
     frmPreference dialog(m_app, this);
     dialog.exec();
     readSettings();
+    ResetReporter();
 }
 
 void frmMain::ShowOrOptimized(int item)

@@ -88,6 +88,14 @@ class Demo(unittest.TestCase):
                          {"+", "-", "", "+new", "-lost", "notfound"})
         self.assertEqual(processes_with(str(self.folder)), [])
 
+    def test_writes_the_report(self):
+        output = self.run_demo()
+        index = Path(re.search("for a browser: (.+)", output).group(1))
+        self.assertIn(f"<h1>{project.NAME}</h1>", index.read_text(encoding="cp1252"))
+        for link in re.findall('href="([^"#]+)"', index.read_text(encoding="cp1252")):
+            if ":" not in link:
+                self.assertTrue((index.parent / link).is_file(), link)
+
     @staticmethod
     def without_changes(table):
         return {keyword: (position, page, count, url, further)

@@ -16,7 +16,11 @@ class ReportCommands : public testing::Test, public ReportWorld
 {
 protected:
     ReportCommands() : set(app, status) { write(u"menutemplate.html"_s, "[AccountName]"); }
-    void give(ReportFormat format) { giveReport(app, set, format, {account, u"Finder"_s, keywords}, status); }
+    void give(ReportFormat format)
+    {
+        announceReports(app, status);
+        giveReport(app, set, format, {account, u"Finder"_s, keywords}, status);
+    }
 
     ReportSet set;
     Collection<clsKeyword> keywords = rows({row(u"tea"_s, u"3"_s)});

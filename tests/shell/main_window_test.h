@@ -18,13 +18,14 @@ class MainWindowTest : public testing::Test
 protected:
     MainWindowTest()
     {
-        world.writeEngineData("[Markets]\r\n1=Global\r\n2=China\r\n[Global]\r\n1=Zeta\r\n2=Alpha\r\n"
-                              "[China]\r\n1=Gamma\r\n"
-                              "[Zeta]\r\nEngineURL=http://zeta.example/find\r\nQueryKeyword1=?q=\r\n"
-                              "ResultStartString=<ol>\r\nResultEndString=</ol>\r\nSectionstart=<li>\r\n"
-                              "SectionEnd=</li>\r\nbeginTitle=<b>\r\nendTitle=</b>\r\nbeginURL=href=\"\r\n"
-                              "endURL=\"\r\nNextPage1=Next page\r\n"
-                              "[Alpha]\r\nEngineURL=http://alpha.example/find\r\n");
+        world.writeEngineData(
+            "[Markets]\r\n1=Global\r\n2=China\r\n[Global]\r\n1=Zeta\r\n2=Alpha\r\n"
+            "[China]\r\n1=Gamma\r\n"
+            "[Zeta]\r\nEngineKey=zeta\r\nEngineURL=http://zeta.example/find\r\nQueryKeyword1=?q=\r\n"
+            "ResultStartString=<ol>\r\nResultEndString=</ol>\r\nSectionstart=<li>\r\n"
+            "SectionEnd=</li>\r\nbeginTitle=<b>\r\nendTitle=</b>\r\nbeginURL=href=\"\r\n"
+            "endURL=\"\r\nNextPage1=Next page\r\n"
+            "[Alpha]\r\nEngineURL=http://alpha.example/find\r\n");
         world.setPreference(QStringLiteral("Version"), QStringLiteral("4.0.0"));
     }
 
