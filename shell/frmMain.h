@@ -8,7 +8,6 @@
 #include "shell/shut_down.h"
 #include "shell/start_up.h"
 
-#include <QHash>
 #include <QMainWindow>
 
 #include <functional>
@@ -17,9 +16,7 @@
 
 class QAction;
 class QComboBox;
-class QLabel;
 class QMenu;
-class QProgressBar;
 class QSplitter;
 class QStackedWidget;
 class QToolBar;
@@ -30,6 +27,7 @@ class QTreeWidgetItem;
 namespace sondrel {
 
 class frmSondrel;
+class HintPage;
 class StatusPanels;
 
 /// The frame of the program: projects, engines and tracked URLs on the left, the keyword grid of the chosen
@@ -64,7 +62,7 @@ public:
 Q_SIGNALS:
     /// The window has been closed for good; the program ends.
     void closed();
-    /// The window has been minimised.
+    /// The window has been minimised, and has stayed so for a moment.
     void minimised();
     /// Steps of the start that other windows take.
     void splashHidden();
@@ -75,83 +73,93 @@ Q_SIGNALS:
 protected:
     void closeEvent(QCloseEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    // Steps of the start.
     void placeWindow(const MainWindowSettings &settings) override;
-    void setHelpFile(const QString &path) override { m_helpFile = path; }
-    void buildURLColumn() override {}
+    void setHelpFile(const QString &) override {} // looked for anew whenever help is asked for
+    void buildURLColumn() override;
     void setScheduler(bool enabled, const QString &panelText) override;
     void hideSplash() override { Q_EMIT splashHidden(); }
     void showSplash() override { Q_EMIT splashShown(); }
     void unloadSplash() override { Q_EMIT splashUnloaded(); }
     void updateEngines() override {}
-    void giveTreeItsImages() override {}
+    void giveTreeItsImages() override {} // each node has its own
     void showProjects() override;
     void selectProject(int index) override;
     void AddAccount() override;
     void showMainWindow() override { show(); }
     void loadTrayIcon() override { Q_EMIT trayWanted(); }
 
-    void connectCommands();
+    // Building.
     void buildMenus();
     void buildToolBar();
-    void buildLeftPane();
-    void buildStatusBar();
-    QToolButton *addToolButton(const QString &name, Command command, const std::vector<Command> &items);
-
-    QAction *addOwnToolButton(const QString &name, const QString &icon, const QString &text,
-                              const QString &tip);
+    QWidget *newLeftPane();
+    void buildPanes();
+    QToolButton *addToolButton(const QString &name, QAction *action);
+    QToolButton *addToolButton(const QString &name, const QString &text, Command command,
+                               const std::vector<Command> &items = {});
     void connectWidgets();
+    void connectCommands();
+    void connectChild();
 
+    // Projects, engines, URLs.
     void chooseProject();
     void showUrls();
     void PopulateEngine();
     void clickNode(QTreeWidgetItem *node);
     void selectCurrentNode();
     void MenuBid();
-    void connectChild();
-    void UpdateUI();
-    void showHint();
     void EditAccount();
     void DeleteAccount();
-    void Config();
+    void showNoProject();
+    void loadProjectList();
+    bool lookupRuns() const;
+    bool showsChild() const;
+    QStringList projects() const;
+    QString selectedUrl() const;
+
+    // What can be done, and what to do next.
+    void UpdateUI();
+    void showHint();
+    void openUrlBox(bool open);
+    void unload();
+    void watchForMinimising();
+
+    // The scheduler's part.
     void ShowAutoRunState();
     std::optional<AutoLookup> autoLookup();
     void unloadAutoLookup();
+
+    // Commands.
     void passToChild(Command command);
+    void Config();
     void LookUp(int item);
     void ShowOrOptimized(int item);
-    void ShowURLPosition();
-    void openUrl();
-    void openEnginePage(bool login);
-    void openStatistics();
-    void openDealerPage(bool support);
     void Report(ReportFormat format);
     ReportStatus reportStatus();
     void showReportProgress(int value, int maximum);
     void writeEngineReport();
-    void showNoProject();
+    void ShowURLPosition();
+    void openUrl();
+    void openEnginePage(bool login);
+    void openDealerPage(QString clsDealerProfile::*address);
     void helpContents();
     void about();
-    void readSettings();
-    void openUrlBox(bool open);
-    void unload();
-    bool lookupRuns() const;
-    QStringList projects() const;
-    QString selectedUrl() const;
 
     ApplicationContext &m_app;
     MainWindowState m_state;
     std::map<Command, std::function<void()>> m_handlers;
     ReportSet m_reports;
-    QString m_helpFile;
     std::shared_ptr<clsAccount> m_account;
     QString m_engine;
     QString m_nodeKey; // of the selected tree node
+    bool m_schedulerEnabled = false;
     frmSondrel *m_child = nullptr;
-    QHash<int, QAction *> m_actions;
-    QMenu *m_engineMenu = nullptr;
-    QMenu *m_urlMenu = nullptr;
+    std::map<Command, QAction *> m_actions;
+    std::map<Menu, QMenu *> m_menus;
     QToolBar *m_toolBar = nullptr;
     QAction *m_property = nullptr;
     QAction *m_stats = nullptr;
@@ -161,10 +169,10 @@ private:
     QToolButton *m_arrow = nullptr;
     QSplitter *m_splitter = nullptr;
     QStackedWidget *m_right = nullptr;
-    QLabel *m_hint = nullptr;
-    QToolButton *m_hintButton = nullptr;
+    HintPage *m_hint = nullptr;
     StatusPanels *m_panels = nullptr;
-    int m_shownFilter = 2; // item of the Show menu that is ticked
+    std::unique_ptr<ClockTimer> m_tmrTrayIcon;
+    int m_shownFilter = 0; // item of the Show menu that is ticked
     bool m_urlBoxOpen = false;
     bool m_closing = false;
     bool m_reporting = false; // a report command is under way

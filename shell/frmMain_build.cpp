@@ -1,15 +1,21 @@
-// The building of the main window: menus, tool bar, panes and status bar.
+// The building of the main window: menus, tool bar and panes, and what their parts are connected with.
 #include "shell/frmMain.h"
 
+#include "shell/frmSondrel.h"
+#include "shell/hint_page.h"
 #include "shell/program_icons.h"
-#include "shell/status_panels.h"
+#include "shell/project_tree.h"
+#include "shell/tree_nodes.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMouseEvent>
+#include <QShortcut>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QToolBar>
@@ -23,95 +29,105 @@ namespace sondrel {
 
 namespace {
 
-QToolButton *newPaneButton(QWidget *parent, QAction *action)
+QToolButton *newPaneButton(QWidget *parent, const QString &name, QAction *action)
 {
     auto *button = new QToolButton(parent);
+    button->setObjectName(name);
     button->setDefaultAction(action);
     button->setToolButtonStyle(Qt::ToolButtonIconOnly);
     button->setAutoRaise(true);
-    button->setAccessibleName(QString(action->text()).remove(u'&'));
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setAccessibleName(action->text().remove(u'&'));
     return button;
 }
 
 QString menuName(Menu menu)
 {
-    return u"mnu"_s + QString(menuTitle(menu)).remove(u'&');
+    return menu == Menu::EnginePopup ? u"mnuEnginePopup"_s : u"mnu"_s + menuTitle(menu).remove(u'&');
+}
+
+QTreeWidget *newList(QWidget *parent, const QString &name, const QString &accessibleName)
+{
+    auto *list = new QTreeWidget(parent);
+    list->setObjectName(name);
+    list->setAccessibleName(accessibleName);
+    list->setContextMenuPolicy(Qt::CustomContextMenu);
+    list->setUniformRowHeights(true);
+    return list;
 }
 
 } // namespace
 
 void frmMain::buildMenus()
 {
-    QHash<Menu, QMenu *> menus;
-    QHash<Menu, int> lastNumbers;
-    m_engineMenu = new QMenu(this);
-    m_engineMenu->setObjectName(u"mnuEnginePopup"_s);
-    menus.insert(Menu::EnginePopup, m_engineMenu);
+    std::map<Menu, int> lastNumbers;
     for (const CommandText &text : commandTexts()) {
-        QMenu *&menu = menus[text.menu];
+        QMenu *&menu = m_menus[text.menu];
         if (!menu) {
-            menu = menuBar()->addMenu(menuTitle(text.menu));
+            menu = new QMenu(menuTitle(text.menu), this);
             menu->setObjectName(menuName(text.menu));
             menu->setToolTipsVisible(true);
+            if (text.menu != Menu::EnginePopup)
+                menuBar()->addMenu(menu);
+            lastNumbers[text.menu] = text.number;
         }
-        if (lastNumbers.value(text.menu, text.number) + 1 < text.number)
+        if (lastNumbers[text.menu] + 1 < text.number)
             menu->addSeparator();
-        lastNumbers.insert(text.menu, text.number);
+        lastNumbers[text.menu] = text.number;
         QAction *item = menu->addAction(text.caption);
-        item->setObjectName(u"action%1"_s.arg(static_cast<int>(text.command)));
+        item->setObjectName(menu->objectName() + QString::number(text.number));
         if (!text.icon.isEmpty())
             item->setIcon(programIcon(text.icon));
         if (!text.shortcut.isEmpty())
             item->setShortcut(QKeySequence(text.shortcut, QKeySequence::PortableText));
         item->setToolTip(text.tip);
-        item->setStatusTip(QString());
         connect(item, &QAction::triggered, this, [this, command = text.command] { give(command); });
-        m_actions.insert(static_cast<int>(text.command), item);
+        m_actions[text.command] = item;
     }
     for (const Command ticked : {Command::ShowAll, Command::ShowOptimized})
         action(ticked)->setCheckable(true);
-    action(Command::ShowOptimized)->setChecked(true);
-    m_urlMenu = menus.value(Menu::Url);
 }
 
 QAction *frmMain::action(Command command) const
 {
-    return m_actions.value(static_cast<int>(command));
+    return m_actions.at(command);
 }
 
-QToolButton *frmMain::addToolButton(const QString &name, Command command, const std::vector<Command> &items)
+QToolButton *frmMain::addToolButton(const QString &name, QAction *action)
 {
     auto *button = new QToolButton(m_toolBar);
     button->setObjectName(name);
-    button->setDefaultAction(action(command));
+    button->setDefaultAction(action);
+    button->setAccessibleName(action->text());
     button->setToolButtonStyle(m_toolBar->toolButtonStyle());
-    connect(m_toolBar, &QToolBar::toolButtonStyleChanged, button, &QToolButton::setToolButtonStyle);
+    button->setIconSize(m_toolBar->iconSize());
+    button->setAutoRaise(true);
     button->setFocusPolicy(Qt::TabFocus);
-    if (!items.empty()) {
-        auto *menu = new QMenu(button);
-        for (const Command item : items)
-            menu->addAction(action(item));
-        button->setMenu(menu);
-        button->setPopupMode(QToolButton::MenuButtonPopup);
-    }
+    connect(m_toolBar, &QToolBar::toolButtonStyleChanged, button, &QToolButton::setToolButtonStyle);
     m_toolBar->addWidget(button);
     return button;
 }
 
-// A button that no menu item stands behind.
-QAction *frmMain::addOwnToolButton(const QString &name, const QString &icon, const QString &text,
-                                   const QString &tip)
+// A button does what a menu item does, under a shorter text.
+QToolButton *frmMain::addToolButton(const QString &name, const QString &text, Command command,
+                                    const std::vector<Command> &items)
 {
-    auto *own = new QAction(programIcon(icon), text, m_toolBar);
-    own->setToolTip(tip);
-    auto *button = new QToolButton(m_toolBar);
-    button->setObjectName(name);
-    button->setDefaultAction(own);
-    button->setToolButtonStyle(m_toolBar->toolButtonStyle());
-    connect(m_toolBar, &QToolBar::toolButtonStyleChanged, button, &QToolButton::setToolButtonStyle);
-    button->setFocusPolicy(Qt::TabFocus);
-    m_toolBar->addWidget(button);
-    return own;
+    QAction *given = action(command);
+    auto *shown = new QAction(given->icon(), text, m_toolBar);
+    shown->setToolTip(given->toolTip());
+    shown->setEnabled(given->isEnabled());
+    connect(given, &QAction::enabledChanged, shown, &QAction::setEnabled);
+    connect(shown, &QAction::triggered, given, &QAction::trigger);
+    QToolButton *button = addToolButton(name, shown);
+    if (items.empty())
+        return button;
+    auto *menu = new QMenu(button);
+    menu->setToolTipsVisible(true);
+    for (const Command item : items)
+        menu->addAction(action(item));
+    button->setMenu(menu);
+    button->setPopupMode(QToolButton::MenuButtonPopup);
+    return button;
 }
 
 void frmMain::buildToolBar()
@@ -122,116 +138,144 @@ void frmMain::buildToolBar()
     m_toolBar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     m_toolBar->setIconSize({24, 24});
     m_toolBar->setMovable(false);
-    const auto label = [](QToolButton *button, const QString &text) {
-        // Shorter than the menu's caption; the action's own text stays in the menu.
-        QAction *shown = new QAction(button->defaultAction()->icon(), text, button);
-        QAction *given = button->defaultAction();
-        shown->setToolTip(given->toolTip());
-        shown->setEnabled(given->isEnabled());
-        QObject::connect(given, &QAction::enabledChanged, shown, &QAction::setEnabled);
-        QObject::connect(shown, &QAction::triggered, given, &QAction::trigger);
-        button->setDefaultAction(shown);
-        button->setAccessibleName(text);
-    };
-    label(addToolButton(u"NewAccount"_s, C::NewProject, {C::NewProject, C::EditProject, C::DeleteProject}),
-          tr("Project"));
-    label(addToolButton(u"AddKW"_s, C::AddKeywords, {}), tr("Add Keywords"));
-    m_property = addOwnToolButton(u"Property"_s, u"save"_s, tr("Save"), tr("Save keywords and results now"));
-    label(addToolButton(u"Show"_s, C::ShowAll, {C::ShowAll, C::ShowOptimized}), tr("Show"));
+    m_toolBar->setContextMenuPolicy(Qt::PreventContextMenu); // it could only hide the bar
+    m_property = new QAction(programIcon(u"save"_s), tr("Save"), m_toolBar);
+    m_property->setToolTip(tr("Save keywords and results now"));
+    m_stats = new QAction(programIcon(u"statistics"_s), tr("Statistics"), m_toolBar);
+    m_stats->setToolTip(tr("Open the site statistics in the browser"));
+
+    addToolButton(u"NewAccount"_s, tr("Project"), C::NewProject,
+                  {C::NewProject, C::EditProject, C::DeleteProject});
+    addToolButton(u"AddKW"_s, tr("Add Keywords"), C::AddKeywords);
+    addToolButton(u"Property"_s, m_property);
+    addToolButton(u"Show"_s, tr("Show"), C::ShowAll, {C::ShowAll, C::ShowOptimized});
     m_toolBar->addSeparator();
-    label(
-        addToolButton(u"LookUp"_s, C::LookupSelected, {C::LookupSelected, C::LookupAll, C::LookupAllEngines}),
-        tr("Look Up"));
-    label(addToolButton(u"Stop"_s, C::Stop, {}), tr("Stop"));
+    addToolButton(u"LookUp"_s, tr("Look Up"), C::LookupSelected,
+                  {C::LookupSelected, C::LookupAll, C::LookupAllEngines});
+    addToolButton(u"Stop"_s, tr("Stop"), C::Stop);
     m_toolBar->addSeparator();
-    label(addToolButton(u"Report"_s, C::HtmlReport, {C::HtmlReport, C::TextReport, C::ExcelReport}),
-          tr("Report"));
-    label(addToolButton(u"Optimizer"_s, C::Optimizer, {}), tr("Optimizer"));
-    m_stats = addOwnToolButton(u"Stats"_s, u"statistics"_s, tr("Statistics"), tr("Open the site statistics"));
+    addToolButton(u"Report"_s, tr("Report"), C::HtmlReport,
+                  {C::HtmlReport, C::TextReport, C::ExcelReport, C::SendReport});
+    addToolButton(u"Optimizer"_s, tr("Optimizer"), C::Optimizer);
+    addToolButton(u"Stats"_s, m_stats);
     m_toolBar->addSeparator();
-    label(addToolButton(u"Help"_s, C::HelpContents, {}), tr("Help"));
+    addToolButton(u"Help"_s, tr("Help"), C::HelpContents);
 }
 
-void frmMain::buildLeftPane()
+QWidget *frmMain::newLeftPane()
 {
-    auto *pane = new QWidget(this);
-    auto *layout = new QVBoxLayout(pane);
-    layout->setContentsMargins(6, 6, 0, 6);
-
+    auto *pane = new QWidget;
     auto *title = new QLabel(u" Project"_s, pane);
     title->setObjectName(u"lblProjectTitle"_s);
-    auto *projectRow = new QHBoxLayout;
     m_projects = new QComboBox(pane);
     m_projects->setObjectName(u"cboAccount"_s);
     m_projects->setAccessibleName(tr("Project"));
+    m_projects->setToolTip(tr("The project on show; a double click edits it"));
     m_projects->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_projects->setMinimumContentsLength(14);
     title->setBuddy(m_projects);
+    auto *projectRow = new QHBoxLayout;
     projectRow->addWidget(m_projects, 1);
-    projectRow->addWidget(newPaneButton(pane, action(Command::NewProject)));
-    projectRow->addWidget(newPaneButton(pane, action(Command::EditProject)));
+    projectRow->addWidget(newPaneButton(pane, u"cmdNewProject"_s, action(Command::NewProject)));
+    projectRow->addWidget(newPaneButton(pane, u"cmdEditProject"_s, action(Command::EditProject)));
 
-    m_tree = new QTreeWidget(pane);
-    m_tree->setObjectName(u"tvwAccount"_s);
-    m_tree->setAccessibleName(tr("Search engines of the project"));
+    m_tree = newList(pane, u"tvwAccount"_s, tr("Search engines of the project"));
     m_tree->setHeaderHidden(true);
-    m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
-
-    auto *urlRow = new QHBoxLayout;
+    m_urls = newList(pane, u"lvwURLs"_s, tr("Tracked URLs"));
+    m_urls->setRootIsDecorated(false);
+    m_urls->setTextElideMode(Qt::ElideMiddle);
     auto *urlTitle = new QLabel(u"Tracking URLs"_s, pane);
     urlTitle->setObjectName(u"lblURLs"_s);
+    urlTitle->setBuddy(m_urls);
     m_arrow = new QToolButton(pane);
     m_arrow->setObjectName(u"cmdArrow"_s);
     m_arrow->setAccessibleName(tr("Show or hide the tracked URLs"));
     m_arrow->setToolTip(tr("Show or hide the tracked URLs"));
     m_arrow->setAutoRaise(true);
+    m_arrow->setFocusPolicy(Qt::TabFocus);
+    auto *urlRow = new QHBoxLayout;
     urlRow->addWidget(urlTitle, 1);
     urlRow->addWidget(m_arrow);
-    m_urls = new QTreeWidget(pane);
-    m_urls->setHeaderHidden(true);
-    m_urls->setRootIsDecorated(false);
-    m_urls->setObjectName(u"lvwURLs"_s);
-    m_urls->setAccessibleName(tr("Tracked URLs"));
-    m_urls->setContextMenuPolicy(Qt::CustomContextMenu);
-    m_urls->setTextElideMode(Qt::ElideMiddle);
 
+    auto *layout = new QVBoxLayout(pane);
+    layout->setContentsMargins(6, 6, 0, 6);
     layout->addWidget(title);
     layout->addLayout(projectRow);
     layout->addWidget(m_tree, 3);
     layout->addLayout(urlRow);
-    layout->addWidget(m_urls, 1);
+    layout->addWidget(m_urls, 2);
+    return pane;
+}
 
-    m_right = new QStackedWidget(this);
-    auto *hintPage = new QWidget(m_right);
-    auto *hintLayout = new QVBoxLayout(hintPage);
-    m_hint = new QLabel(hintPage);
-    m_hint->setObjectName(u"lblHint"_s);
-    m_hint->setWordWrap(true);
-    m_hint->setAlignment(Qt::AlignCenter);
-    m_hint->setForegroundRole(QPalette::PlaceholderText);
-    m_hintButton = new QToolButton(hintPage);
-    m_hintButton->setObjectName(u"cmdHint"_s);
-    m_hintButton->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    hintLayout->addStretch();
-    hintLayout->addWidget(m_hint);
-    hintLayout->addWidget(m_hintButton, 0, Qt::AlignCenter);
-    hintLayout->addStretch();
-    m_right->addWidget(hintPage);
-
+void frmMain::buildPanes()
+{
     m_splitter = new QSplitter(Qt::Horizontal, this);
     m_splitter->setObjectName(u"picSpliterVertical"_s);
     m_splitter->setChildrenCollapsible(false);
-    m_splitter->addWidget(pane);
+    m_splitter->addWidget(newLeftPane());
+    m_right = new QStackedWidget(m_splitter);
+    m_hint = new HintPage(u"lblHint"_s, u"cmdHint"_s, m_right);
+    m_right->addWidget(m_hint);
     m_splitter->addWidget(m_right);
     m_splitter->setStretchFactor(0, 0);
     m_splitter->setStretchFactor(1, 1);
-    m_splitter->setSizes({260, 800});
+    const int unit = fontMetrics().averageCharWidth();
+    m_splitter->setSizes({unit * 38, unit * 140});
     setCentralWidget(m_splitter);
 }
 
-void frmMain::buildStatusBar()
+void frmMain::buildURLColumn()
 {
-    m_panels = new StatusPanels(statusBar());
+    m_urls->setHeaderLabels({u"URLS"_s});
+    m_urls->header()->setStretchLastSection(true);
+}
+
+void frmMain::connectWidgets()
+{
+    connect(m_projects, &QComboBox::activated, this, &frmMain::chooseProject);
+    m_projects->installEventFilter(this);
+    m_projects->view()->parentWidget()->installEventFilter(this);
+    connect(m_tree, &QTreeWidget::currentItemChanged, this,
+            [this](QTreeWidgetItem *node) { clickNode(node); });
+    connect(m_tree, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem *node) {
+        if (isEngineKey(nodeKey(node)))
+            EditAccount();
+    });
+    connect(m_tree, &QWidget::customContextMenuRequested, this, [this](const QPoint &place) {
+        const QTreeWidgetItem *node = m_tree->itemAt(place);
+        if (node && isEngineKey(nodeKey(node)))
+            m_menus.at(Menu::EnginePopup)->popup(m_tree->viewport()->mapToGlobal(place));
+    });
+    connect(m_urls, &QTreeWidget::itemDoubleClicked, this, &frmMain::openUrl);
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto *open = new QShortcut(QKeySequence(key), m_urls, nullptr, nullptr, Qt::WidgetShortcut);
+        connect(open, &QShortcut::activated, this, &frmMain::openUrl);
+    }
+    connect(m_urls, &QTreeWidget::itemSelectionChanged, this, &frmMain::UpdateUI);
+    connect(m_urls, &QWidget::customContextMenuRequested, this, [this](const QPoint &place) {
+        m_menus.at(Menu::Url)->popup(m_urls->viewport()->mapToGlobal(place));
+    });
+    connect(m_arrow, &QToolButton::clicked, this, [this] { openUrlBox(!m_urlBoxOpen); });
+    connect(m_property, &QAction::triggered, this, [this] {
+        if (m_child)
+            m_child->mnuKeywordsItemClick(9); // no command of its own: it saves
+    });
+    connect(m_stats, &QAction::triggered, this, [this] { openDealerPage(&clsDealerProfile::SiteStatsURL); });
+}
+
+// The second press of a double click on the closed list goes to the list that the first one has opened.
+bool frmMain::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseButtonDblClick && hasProjects()) {
+        const auto *mouse = static_cast<QMouseEvent *>(event);
+        const QPoint place = m_projects->mapFromGlobal(mouse->globalPosition().toPoint());
+        if (m_projects->rect().contains(place)) {
+            m_projects->hidePopup();
+            QMetaObject::invokeMethod(this, &frmMain::EditAccount, Qt::QueuedConnection);
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 } // namespace sondrel

@@ -1,19 +1,16 @@
 // What the main window's commands do.
 #include "shell/frmMain.h"
 
-#include "core/clsDealerProfile.h"
+#include "core/clsPreference.h"
 #include "core/modCommon.h"
 #include "core/text_fold.h"
 #include "shell/frmAbout.h"
-#include "shell/frmAccount.h"
 #include "shell/frmPreference.h"
 #include "shell/frmSondrel.h"
 #include "shell/project_tree.h"
 
 #include <QAction>
 #include <QComboBox>
-#include <QSignalBlocker>
-#include <QTreeWidget>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -58,8 +55,8 @@ void frmMain::connectCommands()
     setHandler(C::HtmlReport, [this] { Report(ReportFormat::Html); });
     setHandler(C::TextReport, [this] { Report(ReportFormat::Text); });
     setHandler(C::HelpContents, [this] { helpContents(); });
-    setHandler(C::Support, [this] { openDealerPage(true); });
-    setHandler(C::HomePage, [this] { openDealerPage(false); });
+    setHandler(C::Support, [this] { openDealerPage(&clsDealerProfile::SupportURL); });
+    setHandler(C::HomePage, [this] { openDealerPage(&clsDealerProfile::DealerURL); });
     setHandler(C::About, [this] { about(); });
     setHandler(C::EnginePage, [this] { openEnginePage(false); });
     setHandler(C::EngineLogin, [this] { openEnginePage(true); });
@@ -71,96 +68,24 @@ void frmMain::passToChild(Command command)
         m_child->mnuKeywordsItemClick(textOf(command).number);
 }
 
-void frmMain::AddAccount()
-{
-    reportFailure(m_app, u"frmMain_AddAccount error: "_s, [&] {
-        if (lookupRuns())
-            return;
-        const auto account = std::make_shared<clsAccount>(m_app);
-        frmAccount dialog(m_app, this);
-        dialog.setAccount(account);
-        dialog.exec();
-        if (!dialog.Cancelled()) {
-            m_projects->addItem(account->Name);
-            m_projects->setCurrentIndex(m_projects->count() - 1);
-            chooseProject();
-        }
-        m_state.Main->SaveAccount(projects());
-    });
-}
-
-void frmMain::EditAccount()
-{
-    reportFailure(m_app, u"frmMain_EditAccount error: "_s, [&] {
-        if (lookupRuns() || m_projects->currentText().isEmpty())
-            return;
-        frmAccount dialog(m_app, this);
-        dialog.setAccount(m_account);
-        dialog.exec();
-        if (!dialog.Cancelled()) {
-            m_projects->setItemText(m_projects->currentIndex(), m_account->Name);
-            showUrls();
-            PopulateEngine();
-            UpdateUI();
-            showHint();
-        }
-        m_state.Main->SaveAccount(projects());
-    });
-}
-
-void frmMain::DeleteAccount()
-{
-    reportFailure(m_app, u"frmMain_DeleteAccount error: "_s, [&] {
-        if (lookupRuns() || m_projects->currentIndex() < 0)
-            return;
-        const MessageAnswer answer = m_app.desktop.showMessage(
-            {u"Delete Keyword"_s, u"Are you sure you want to delete selected Account?"_s,
-             MessageIcon::Question, MessageButtons::YesNo});
-        if (answer != MessageAnswer::Yes)
-            return;
-        m_account->DeleteFile();
-        m_projects->removeItem(m_projects->currentIndex());
-        if (m_projects->count() == 0)
-            showNoProject();
-        else
-            m_projects->setCurrentIndex(0);
-        if (hasProjects())
-            chooseProject();
-        m_state.Main->SaveAccount(projects());
-    });
-}
-
-void frmMain::showNoProject()
-{
-    if (m_child) {
-        m_child->unload();
-        delete m_child;
-        m_child = nullptr;
-    }
-    const QSignalBlocker quiet(m_tree);
-    m_tree->clear();
-    m_urls->clear();
-    m_account.reset();
-    m_engine.clear();
-    m_nodeKey.clear();
-    setWindowTitle(m_app.deployment.Title);
-    UpdateUI();
-    showHint();
-}
-
 void frmMain::Config()
 {
+    const bool was = m_schedulerEnabled;
     frmPreference dialog(m_app, this);
     dialog.exec();
-    readSettings();
+    clsPreference preference;
+    preference.GetSettings(m_app);
     ResetReporter();
+    setScheduler(preference.SchedulerEnable, schedulerStateText(preference.SchedulerEnable));
+    if (m_schedulerEnabled && !was)
+        ShowAutoRunState();
 }
 
 void frmMain::ShowOrOptimized(int item)
 {
     // A checkable item has changed its own tick already when it is chosen.
-    action(Command::ShowAll)->setChecked(item == 1);
-    action(Command::ShowOptimized)->setChecked(item == 2);
+    action(Command::ShowAll)->setChecked(item == textOf(Command::ShowAll).number);
+    action(Command::ShowOptimized)->setChecked(item == textOf(Command::ShowOptimized).number);
     if (m_child && m_shownFilter != item)
         m_child->ShowButtonItemsClick(item);
     m_shownFilter = item;
@@ -178,7 +103,7 @@ void frmMain::LookUp(int item)
     }
     if (!m_child)
         return;
-    if (item != 5) {
+    if (item != textOf(Command::Stop).number) {
         m_app.LookupRequested = true;
         m_reports.ReportsFresh = false;
     }
@@ -196,42 +121,39 @@ void frmMain::ShowURLPosition()
 void frmMain::openUrl()
 {
     reportFailure(m_app, u"frmMain_lvwURLs_DblClick error: "_s, [&] {
-        if (!selectedUrl().isEmpty())
-            ShellOpenDocument(m_app, withHttp(selectedUrl()), ShowMode::Normal);
+        if (selectedUrl().isEmpty())
+            return;
+        const WaitCursor wait(m_app.desktop);
+        ShellOpenDocument(m_app, withHttp(selectedUrl()), ShowMode::Normal);
     });
 }
 
 void frmMain::openEnginePage(bool login)
 {
     reportFailure(m_app, u"mnuOpenPageItem_Click error: "_s, [&] {
-        if (m_engine.isEmpty())
+        if (m_engine.isEmpty() || !m_app.EngineCatalogue)
             return;
-        const qint16 index = m_state.Catalogue->GetEngineIndex(m_engine);
-        const auto address = enginePageAddress(
-            login ? m_state.Catalogue->GetLoginURL(index) : m_state.Catalogue->GetEngineURL(index), login);
-        if (address)
-            ShellOpenDocument(m_app, *address, ShowMode::Normal);
-        else
+        const clsEngine &catalogue = *m_app.EngineCatalogue;
+        const qint16 index = catalogue.GetEngineIndex(m_engine);
+        const auto address =
+            enginePageAddress(login ? catalogue.GetLoginURL(index) : catalogue.GetEngineURL(index), login);
+        if (!address) {
             m_app.desktop.showMessage({u"Login"_s,
                                        u"Invalid login URL. Please report this error to '"_s +
                                            m_app.deployment.SupportEmail + u"'."_s,
                                        MessageIcon::None, MessageButtons::Ok});
+            return;
+        }
+        const WaitCursor wait(m_app.desktop);
+        ShellOpenDocument(m_app, *address, ShowMode::Normal);
     });
 }
 
-void frmMain::openDealerPage(bool support)
+void frmMain::openDealerPage(QString clsDealerProfile::*address)
 {
     clsDealerProfile dealer;
     dealer.GetSettings(m_app);
-    ShellOpenDocument(m_app, AddHTTPToURL(m_app, support ? dealer.SupportURL : dealer.DealerURL),
-                      ShowMode::Normal);
-}
-
-void frmMain::openStatistics()
-{
-    clsDealerProfile dealer;
-    dealer.GetSettings(m_app);
-    ShellOpenDocument(m_app, AddHTTPToURL(m_app, dealer.SiteStatsURL), ShowMode::Normal);
+    ShellOpenDocument(m_app, AddHTTPToURL(m_app, dealer.*address), ShowMode::Normal);
 }
 
 void frmMain::helpContents()

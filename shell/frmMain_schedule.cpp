@@ -5,8 +5,9 @@
 
 namespace sondrel {
 
-void frmMain::setScheduler(bool, const QString &panelText)
+void frmMain::setScheduler(bool enabled, const QString &panelText)
 {
+    m_schedulerEnabled = enabled;
     m_panels->setAutoRun(panelText);
 }
 

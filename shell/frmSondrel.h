@@ -10,12 +10,14 @@
 
 #include <memory>
 
-class QLabel;
+class QAction;
 class QSplitter;
 class QStackedLayout;
-class QTableView;
 
 namespace sondrel {
+
+class HintPage;
+class RowTable;
 
 /// The keywords of one project on one engine: the grid, under it the listings of the chosen keyword, and the
 /// lookup session that both show.
@@ -24,7 +26,15 @@ class frmSondrel final : public QWidget
     Q_OBJECT
 
 public:
-    explicit frmSondrel(ApplicationContext &app, QWidget *parent = nullptr);
+    /// The main window's commands that its empty areas offer.
+    struct OfferedCommands
+    {
+        QAction *addKeywords = nullptr;
+        QAction *showAll = nullptr;
+        QAction *lookupSelected = nullptr;
+    };
+
+    explicit frmSondrel(ApplicationContext &app, OfferedCommands offered, QWidget *parent = nullptr);
     ~frmSondrel() override;
 
     const std::shared_ptr<clsAccount> &Account() const { return m_session->Account; }
@@ -39,9 +49,13 @@ public:
     KeywordModel &model() { return *m_model; }
     /// Which column shows which field now.
     ColumnOrder columnOrder() const;
+    /// Gives the grid a command whose shortcut means something else, or nothing, outside of it.
+    void addGridAction(QAction *action);
 
     /// Loads keywords and results of the project on the engine anew.
     void ResetForm();
+    /// Fills the grid from the keywords, and selects the row of the remembered one.
+    void PopulateKeywords();
     /// Marks the listings of tracked URLs.
     void HightLightResultURL();
     /// Selects the listings that match a URL, and gives their list the focus.
@@ -66,30 +80,37 @@ Q_SIGNALS:
 private:
     void buildGrid();
     void buildListings();
-    void PopulateKeywords();
-    void ShowKeywordResults();
+    void connectGrid();
+    void showRowOf(const QString &keyword);
     void showCurrentRow();
-    void showHint();
+    void ShowKeywordResults();
+    void showHints();
+    void shareWidth();
+    void followRun();
+    void toggleShown();
+    void startRename();
     void LookUpSelectedKeyword();
     void DeleteSelectedKeywords();
     void CopyKeywords();
     void Exportkeywords();
     void openListing(const QModelIndex &index);
+    void tellOfCleaning(qsizetype count);
+    void tellOfTakenName(const QString &name);
     void restoreColumns();
     void storeColumns();
-    std::vector<int> selectedRows() const;
 
     ApplicationContext &m_app;
+    OfferedCommands m_offered;
     std::unique_ptr<LookupSession> m_session;
     KeywordModel *m_model;
     ListingModel *m_listingModel;
-    QStackedLayout *m_gridStack;
     QSplitter *m_splitter;
-    QTableView *m_grid;
-    QLabel *m_gridHint;
-    QTableView *m_listings;
-    QLabel *m_listingHint;
-    QStackedLayout *m_listingStack;
+    QStackedLayout *m_gridStack = nullptr;
+    RowTable *m_grid = nullptr;
+    HintPage *m_gridHint = nullptr;
+    QStackedLayout *m_listingStack = nullptr;
+    RowTable *m_listings = nullptr;
+    HintPage *m_listingHint = nullptr;
     QString m_shownKeyword; // of the row whose listings are shown
     int m_shownRow = -1;
     bool m_filling = false;

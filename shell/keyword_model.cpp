@@ -1,6 +1,7 @@
 #include "shell/keyword_model.h"
 
 #include "core/text_fold.h"
+#include "shell/keyword_entry.h"
 
 #include <algorithm>
 
@@ -74,29 +75,39 @@ int KeywordModel::PopulateKeywords(const QString &remembered)
 
 void KeywordModel::AddNewRow(const clsKeyword &keyword)
 {
-    reportFailure(m_app, u"frmSondrel_AddNewRow error: "_s, [&] {
-        clsKeyword row = keyword;
-        m_rows.reserve(m_rows.size() + 1); // nothing may fail between begin and end
-        beginInsertRows({}, rowCount(), rowCount());
-        m_rows.push_back(std::move(row));
-        endInsertRows();
-    });
+    reportFailure(m_app, u"frmSondrel_AddNewRow error: "_s, [&] { appendRows({keyword}); });
+}
+
+void KeywordModel::appendRows(std::vector<clsKeyword> rows)
+{
+    if (rows.empty())
+        return;
+    m_rows.reserve(m_rows.size() + rows.size()); // nothing may fail between begin and end
+    beginInsertRows({}, rowCount(), rowCount() + static_cast<int>(rows.size()) - 1);
+    std::move(rows.begin(), rows.end(), std::back_inserter(m_rows));
+    endInsertRows();
 }
 
 void KeywordModel::AddKeywordColToGrid(const QStringList &texts)
 {
+    qsizetype cleaned = 0;
     reportFailure(m_app, u"frmSondrel_AddKeywordColToGrid error: "_s, [&] {
         if (!m_keywords)
             return;
+        std::vector<clsKeyword> rows; // told to the view in one piece: there may be 100,000
         for (const QString &text : texts) {
-            if (m_keywords->Keywords.HasKey(text))
-                continue;
             clsKeyword keyword;
-            keyword.Keyword = text;
+            keyword.Keyword = storableKeyword(text);
+            if (trimBlanks(keyword.Keyword).isEmpty() || m_keywords->Keywords.HasKey(keyword.Keyword))
+                continue;
+            cleaned += keyword.Keyword != text;
             m_keywords->AddKeyword(keyword, -1);
-            AddNewRow(keyword);
+            rows.push_back(std::move(keyword));
         }
+        appendRows(std::move(rows));
     });
+    if (cleaned > 0)
+        Q_EMIT keywordsCleaned(cleaned);
 }
 
 void KeywordModel::removeKeywords(std::vector<int> rows)
@@ -232,19 +243,13 @@ Qt::ItemFlags KeywordModel::flags(const QModelIndex &index) const
     return flags;
 }
 
-// The stored list has neither quotes nor escapes: a name that breaks a line, or one that is there already,
-// would cost other keywords when the list is loaded again.
-bool KeywordModel::mayBeNamed(int row, const QString &name) const
+// A name that is there already would cost one of both when the list is loaded again.
+bool KeywordModel::isTaken(int row, const QString &name) const
 {
-    if (trimBlanks(name).isEmpty() || name.contains(u';') || name.contains(u'\r') || name.contains(u'\n'))
-        return false;
     if (equalsIgnoringCase(name, cell(row, GridField::Keyword)))
-        return true;
-    for (const clsKeyword &other : std::as_const(m_keywords->Keywords)) {
-        if (equalsIgnoringCase(other.Keyword, name))
-            return false;
-    }
-    return true;
+        return false;
+    return std::any_of(m_keywords->Keywords.begin(), m_keywords->Keywords.end(),
+                       [&](const clsKeyword &other) { return equalsIgnoringCase(other.Keyword, name); });
 }
 
 bool KeywordModel::setData(const QModelIndex &index, const QVariant &value, int role)
@@ -252,22 +257,49 @@ bool KeywordModel::setData(const QModelIndex &index, const QVariant &value, int 
     if (!m_keywords || !checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return false;
     const auto field = static_cast<GridField>(index.column());
-    const bool check = field == GridField::Show && role == Qt::CheckStateRole;
-    const bool rename = field == GridField::Keyword && role == Qt::EditRole;
-    if (!check && !rename)
+    if (field == GridField::Show && role == Qt::CheckStateRole)
+        return setShown({index.row()}, value.toInt() == Qt::Checked);
+    if (field == GridField::Keyword && role == Qt::EditRole)
+        return rename(index.row(), value.toString());
+    return false;
+}
+
+// The collection keeps the old text of a renamed row as its key until the project is loaded again, so a
+// further change of that row finds no keyword and is refused.
+bool KeywordModel::rename(int row, const QString &name)
+{
+    const QString storable = storableKeyword(name);
+    if (trimBlanks(storable).isEmpty())
         return false;
-    if (rename && !mayBeNamed(index.row(), value.toString()))
+    if (isTaken(row, storable)) {
+        Q_EMIT nameTaken(storable);
+        return false;
+    }
+    const bool renamed = reportFailure(m_app, u"frmSondrel_grdBidsManage_AfterEdit error: "_s, [&] {
+        clsKeyword &changed = m_rows[static_cast<std::size_t>(row)];
+        m_keywords->Keywords.at(changed.Keyword).Keyword = storable;
+        changed.Keyword = storable;
+        const QModelIndex place = index(row, static_cast<int>(GridField::Keyword));
+        Q_EMIT dataChanged(place, place);
+        m_keywords->SaveKeywords();
+    });
+    if (renamed && storable != name)
+        Q_EMIT keywordsCleaned(1);
+    return renamed;
+}
+
+bool KeywordModel::setShown(const std::vector<int> &rows, bool shown)
+{
+    if (!m_keywords || rows.empty())
         return false;
     return reportFailure(m_app, u"frmSondrel_grdBidsManage_AfterEdit error: "_s, [&] {
-        clsKeyword &row = m_rows[static_cast<std::size_t>(index.row())];
-        // The collection keeps the old text as its key until the project is loaded again, so a second change
-        // of the same row finds no keyword and is refused.
-        clsKeyword &keyword = m_keywords->Keywords.at(row.Keyword);
-        if (check)
-            keyword.Optimize = row.Optimize = value.toInt() == Qt::Checked;
-        else
-            keyword.Keyword = row.Keyword = value.toString();
-        Q_EMIT dataChanged(index, index);
+        for (const int row : rows) {
+            clsKeyword &changed = m_rows.at(static_cast<std::size_t>(row));
+            m_keywords->Keywords.at(changed.Keyword).Optimize = shown;
+            changed.Optimize = shown;
+        }
+        const int column = static_cast<int>(GridField::Show);
+        Q_EMIT dataChanged(index(rows.front(), column), index(rows.back(), column));
         m_keywords->SaveKeywords();
     });
 }

@@ -41,8 +41,10 @@ public:
     /// when the grid has that many rows; -1 otherwise.
     int PopulateKeywords(const QString &remembered);
     void AddNewRow(const clsKeyword &keyword);
-    /// Makes a keyword of every text that is not one yet, with a row of its own.
+    /// Makes a keyword of every text that is not one yet, with a row of its own. Blank texts make none.
     void AddKeywordColToGrid(const QStringList &texts);
+    /// Checks or unchecks rows, and saves once.
+    bool setShown(const std::vector<int> &rows, bool shown);
     /// Removes the rows and the keywords behind them.
     void removeKeywords(std::vector<int> rows);
 
@@ -57,8 +59,16 @@ public:
     Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
 
+Q_SIGNALS:
+    /// So many entered keywords held what a keyword cannot hold, and have been changed.
+    void keywordsCleaned(qsizetype count);
+    /// A row has not been given this name, because another keyword has it.
+    void nameTaken(const QString &name);
+
 private:
-    bool mayBeNamed(int row, const QString &name) const;
+    bool rename(int row, const QString &name);
+    bool isTaken(int row, const QString &name) const;
+    void appendRows(std::vector<clsKeyword> rows);
     static Trend trendOf(const QString &change);
 
     ApplicationContext &m_app;

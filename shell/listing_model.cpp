@@ -1,5 +1,6 @@
 #include "shell/listing_model.h"
 
+#include "core/clsCodePage.h"
 #include "core/modCommon.h"
 #include "core/text_fold.h"
 
@@ -39,13 +40,23 @@ QString shownText(const ApplicationContext &app, const QString &stored)
     return decoder.hasError() ? stored : text;
 }
 
+QString shownTitle(ApplicationContext &app, const QString &engineName, const QString &stored)
+{
+    constexpr int SimplifiedChinese = 936;
+    QString title = shownText(app, stored);
+    if (title == stored && equalsIgnoringCase(engineName, u"Google(CN)"))
+        title = clsCodePage(app).CovertToWideChar(stored, SimplifiedChinese);
+    return title;
+}
+
 ListingModel::ListingModel(ApplicationContext &app, QObject *parent) : QAbstractTableModel(parent), m_app(app)
 {
 }
 
-void ListingModel::setListings(std::vector<Listing> listings)
+void ListingModel::setListings(std::vector<Listing> listings, const QString &engineName)
 {
     beginResetModel();
+    m_engineName = engineName;
     m_listings = std::move(listings);
     m_owners.assign(m_listings.size(), ListingOwner::Nobody);
     endResetModel();
@@ -86,7 +97,7 @@ QVariant ListingModel::data(const QModelIndex &index, int role) const
     case Number:
         return QString::number(index.row() + 1);
     case Title:
-        return shownText(m_app, listing.Title);
+        return shownTitle(m_app, m_engineName, listing.Title);
     default:
         return shownText(m_app, listing.URL);
     }

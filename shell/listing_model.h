@@ -23,6 +23,9 @@ std::vector<ListingOwner> listingOwners(ApplicationContext &app, const std::vect
 /// A stored text as a person should see it: decoded as UTF-8 when its bytes are that.
 QString shownText(const ApplicationContext &app, const QString &stored);
 
+/// The title of a listing as a person should see it: one engine writes GB 2312 and says nothing of it.
+QString shownTitle(ApplicationContext &app, const QString &engineName, const QString &stored);
+
 /// The listings under the keyword grid: number, title and URL, and whose each is.
 class ListingModel final : public QAbstractTableModel
 {
@@ -34,8 +37,8 @@ public:
 
     explicit ListingModel(ApplicationContext &app, QObject *parent = nullptr);
 
-    /// Shows these listings, nobody's until setOwners.
-    void setListings(std::vector<Listing> listings);
+    /// Shows these listings of an engine, nobody's until they are marked.
+    void setListings(std::vector<Listing> listings, const QString &engineName = {});
     /// Marks the listings of the tracked URLs; null marks none.
     void HightLightResultURL(const Collection<clsURL> *tracked);
     const std::vector<Listing> &listings() const { return m_listings; }
@@ -47,6 +50,7 @@ public:
 
 private:
     ApplicationContext &m_app;
+    QString m_engineName;
     std::vector<Listing> m_listings;
     std::vector<ListingOwner> m_owners;
 };

@@ -34,9 +34,10 @@ StatusPanels::StatusPanels(QStatusBar *bar) : QObject(bar), m_bar(bar)
     m_progress->setObjectName(u"pbrSearch"_s);
     m_progress->setAccessibleName(tr("Lookup progress"));
     m_progress->setTextVisible(false);
-    m_progress->setMaximumWidth(m_progress->fontMetrics().averageCharWidth() * 26);
     m_keywordCount = newPanel(bar, u"panelKeywordCount"_s, tr("Number of keywords"));
     m_autoRun = newPanel(bar, u"panelAutoRun"_s, tr("Scheduler"));
+    // A long message must not widen the window.
+    m_description->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     bar->addWidget(m_first);
     bar->addWidget(m_description, 1);
     bar->addPermanentWidget(m_progressText);
@@ -98,6 +99,12 @@ void StatusPanels::setProgress(int value, int maximum)
     m_progressText->setText(tr("%1 of %2").arg(std::max(0, value - 1)).arg(maximum - 1));
     m_progress->show();
     m_progressText->show();
+}
+
+void StatusPanels::fitTo(int windowWidth)
+{
+    const int unit = m_progress->fontMetrics().averageCharWidth();
+    m_progress->setFixedWidth(std::clamp(windowWidth / 8, unit * 12, unit * 30));
 }
 
 void StatusPanels::hideProgress()

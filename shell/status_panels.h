@@ -31,6 +31,8 @@ public:
     /// The bar, and beside it "37 of 120"; a maximum of 0 hides both.
     void setProgress(int value, int maximum);
     void hideProgress();
+    /// Gives the panels of fixed width their share of the window's.
+    void fitTo(int windowWidth);
 
 private:
     QStatusBar *m_bar;

@@ -72,6 +72,40 @@ protected:
         world.takeLog();
     }
 
+    /// Chooses a project as the arrow keys do.
+    void chooseProject(int index)
+    {
+        projects().setFocus();
+        while (projects().currentIndex() != index) {
+            const int before = projects().currentIndex();
+            QTest::keyClick(&projects(), before < index ? Qt::Key_Down : Qt::Key_Up);
+            if (projects().currentIndex() == before)
+                return; // refused
+        }
+    }
+
+    /// Clicks a node of the tree; names are those of its market and of its engine, if it is one.
+    void clickNode(const QString &market, const QString &engine = {})
+    {
+        for (int i = 0; i < tree().topLevelItemCount(); ++i) {
+            QTreeWidgetItem *node = tree().topLevelItem(i);
+            if (node->text(0) != market)
+                continue;
+            for (int j = 0; !engine.isEmpty() && j < node->childCount(); ++j) {
+                if (node->child(j)->text(0) == engine)
+                    return clickNode(node->child(j));
+            }
+            if (engine.isEmpty())
+                return clickNode(node);
+        }
+        ADD_FAILURE() << "no such node";
+    }
+    void clickNode(QTreeWidgetItem *node)
+    {
+        tree().scrollToItem(node);
+        QTest::mouseClick(tree().viewport(), Qt::LeftButton, {}, tree().visualItemRect(node).center());
+    }
+
     frmSondrel &child() { return *window->child(); }
     QComboBox &projects() { return control<QComboBox>(*window, QStringLiteral("cboAccount")); }
     QTreeWidget &tree() { return control<QTreeWidget>(*window, QStringLiteral("tvwAccount")); }

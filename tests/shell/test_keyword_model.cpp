@@ -89,13 +89,27 @@ TEST_F(Model, renamesAKeywordAndKeepsItsKey)
     EXPECT_TRUE(world.read(u"Projects/Demo/Keywords.dat"_s).startsWith("shoes;-1\r\n"));
 }
 
-TEST_F(Model, refusesANameThatWouldLoseKeywordsAtTheNextLoad)
+TEST_F(Model, refusesANameThatIsTakenOrBlank)
 {
+    QStringList taken;
+    QObject::connect(&model, &KeywordModel::nameTaken, &model, [&](const QString &name) { taken.append(name); });
     model.PopulateKeywords({});
-    for (const QString &name : {u"TEA"_s, u""_s, u"a;b"_s, u"a\nb"_s})
+    for (const QString &name : {u"TEA"_s, u""_s, u"  "_s, u";\n"_s})
         EXPECT_FALSE(model.setData(cell(0, GridField::Keyword), name)) << name.toStdString();
+    EXPECT_EQ(taken, QStringList{u"TEA"_s});
     EXPECT_EQ(model.cell(0, GridField::Keyword), u"boots"_s);
     EXPECT_FALSE(world.has(u"Projects/Demo/Keywords.dat"_s));
+}
+
+TEST_F(Model, cleansANameThatWouldBreakTheList)
+{
+    qsizetype cleaned = 0;
+    QObject::connect(&model, &KeywordModel::keywordsCleaned, &model, [&](qsizetype count) { cleaned += count; });
+    model.PopulateKeywords({});
+    EXPECT_TRUE(model.setData(cell(0, GridField::Keyword), u"red;boots\n"_s));
+    EXPECT_EQ(model.cell(0, GridField::Keyword), u"red boots"_s);
+    EXPECT_TRUE(world.read(u"Projects/Demo/Keywords.dat"_s).startsWith("red boots;-1\r\n"));
+    EXPECT_EQ(cleaned, 1);
 }
 
 TEST_F(Model, letsOnlyShowAndKeywordBeEdited)
@@ -118,6 +132,24 @@ TEST_F(Model, addsEachNewKeywordOnce)
     model.AddKeywordColToGrid({u"socks"_s, u"BOOTS"_s, u"socks"_s, u"hats"_s});
     EXPECT_EQ(shown(), (QStringList{u"boots"_s, u"tea"_s, u"socks"_s, u"hats"_s}));
     EXPECT_EQ(keywords.Count(), 5);
+}
+
+TEST_F(Model, cleansWhatIsAddedAndPassesBlanksOver)
+{
+    qsizetype cleaned = 0;
+    QObject::connect(&model, &KeywordModel::keywordsCleaned, &model, [&](qsizetype count) { cleaned += count; });
+    model.PopulateKeywords({});
+    model.AddKeywordColToGrid({u"red;socks"_s, u""_s, u"a\rb"_s, u"red socks"_s, u"plain"_s});
+    EXPECT_EQ(shown(), (QStringList{u"boots"_s, u"tea"_s, u"red socks"_s, u"a b"_s, u"plain"_s}));
+    EXPECT_EQ(cleaned, 2);
+}
+
+TEST_F(Model, checksManyRowsAndSavesOnce)
+{
+    model.filter = ViewFilter::All;
+    model.PopulateKeywords({});
+    EXPECT_TRUE(model.setShown({0, 1, 2}, false));
+    EXPECT_EQ(world.read(u"Projects/Demo/Keywords.dat"_s), "boots;0\r\ntravel;0\r\ntea;0\r\n\r\n");
 }
 
 TEST_F(Model, removesRowsWithTheirKeywords)

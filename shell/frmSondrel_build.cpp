@@ -1,0 +1,144 @@
+// The building of the keyword grid, its columns, and the list under it.
+#include "shell/frmSondrel.h"
+
+#include "core/registry.h"
+#include "shell/grid_delegates.h"
+#include "shell/hint_page.h"
+#include "shell/row_table.h"
+
+#include <QAction>
+#include <QFontMetrics>
+#include <QHeaderView>
+#include <QShortcut>
+#include <QSplitter>
+#include <QStackedLayout>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace sondrel {
+
+namespace {
+
+const QString ColumnOrderValue = u"ColumOrder"_s;
+
+// Widths in characters, so that they follow the font.
+int widthOf(const QFontMetrics &metrics, GridField field)
+{
+    static const std::array<int, GridFieldCount> characters{8, 30, 12, 11, 8, 15, 11, 44, 14};
+    return metrics.averageCharWidth() * characters[static_cast<std::size_t>(field)];
+}
+
+} // namespace
+
+void frmSondrel::buildGrid()
+{
+    auto *place = new QWidget(m_splitter);
+    m_gridStack = new QStackedLayout(place);
+    m_grid = new RowTable(u"grdBidsManage"_s, tr("Keywords"), place);
+    m_grid->setModel(m_model);
+    m_grid->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_grid->setEditTriggers(QAbstractItemView::DoubleClicked);
+    m_grid->setItemDelegate(new CellDelegate(m_grid));
+    m_grid->setItemDelegateForColumn(static_cast<int>(GridField::Show), new ShowDelegate(m_grid));
+    m_grid->setItemDelegateForColumn(static_cast<int>(GridField::Change), new ChangeDelegate(m_grid));
+    m_grid->setItemDelegateForColumn(static_cast<int>(GridField::URL), new MiddleElidingDelegate(m_grid));
+    QHeaderView *header = m_grid->horizontalHeader();
+    header->setSectionsMovable(true);
+    header->setFirstSectionMovable(true);
+    header->setAccessibleName(tr("Columns of the keywords"));
+    m_gridHint = new HintPage(u"lblGridHint"_s, u"cmdGridHint"_s, place);
+    m_gridStack->addWidget(m_grid);
+    m_gridStack->addWidget(m_gridHint);
+    m_splitter->addWidget(place);
+}
+
+void frmSondrel::connectGrid()
+{
+    connect(m_grid->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        if (!m_filling)
+            Q_EMIT factsChanged();
+    });
+    connect(m_grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &frmSondrel::showCurrentRow);
+    connect(m_grid, &RowTable::rowEntered, this, [this] {
+        if (m_listingModel->rowCount() == 0)
+            return;
+        m_listings->setFocus();
+        if (!m_listings->currentIndex().isValid())
+            m_listings->selectRow(0);
+    });
+    const auto key = [this](Qt::Key key, void (frmSondrel::*slot)()) {
+        auto *shortcut = new QShortcut(QKeySequence(key), m_grid, nullptr, nullptr, Qt::WidgetShortcut);
+        connect(shortcut, &QShortcut::activated, this, slot);
+    };
+    key(Qt::Key_Space, &frmSondrel::toggleShown);
+    key(Qt::Key_F2, &frmSondrel::startRename);
+    // From the event loop: an edit is still in the middle of its own end.
+    connect(m_model, &KeywordModel::keywordsCleaned, this, &frmSondrel::tellOfCleaning, Qt::QueuedConnection);
+    connect(m_model, &KeywordModel::nameTaken, this, &frmSondrel::tellOfTakenName, Qt::QueuedConnection);
+}
+
+void frmSondrel::buildListings()
+{
+    auto *place = new QWidget(m_splitter);
+    m_listingStack = new QStackedLayout(place);
+    m_listings = new RowTable(u"lvwRanking"_s, tr("Listings of the keyword"), place);
+    m_listings->setModel(m_listingModel);
+    m_listings->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_listings->setItemDelegate(new ListingDelegate(m_listings));
+    m_listings->setToolTip(u"Red color indicates your URL, Green color indicates your competitor's URL."_s);
+    m_listings->horizontalHeader()->setAccessibleName(tr("Columns of the listings"));
+    m_listings->horizontalHeader()->setSectionResizeMode(ListingModel::Url, QHeaderView::Stretch);
+    m_listings->setColumnWidth(ListingModel::Number, QFontMetrics(font()).averageCharWidth() * 9);
+    m_listingHint = new HintPage(u"lblListingHint"_s, u"cmdListingHint"_s, place);
+    m_listingStack->addWidget(m_listings);
+    m_listingStack->addWidget(m_listingHint);
+    m_splitter->addWidget(place);
+    connect(m_listings, &RowTable::resized, this, &frmSondrel::shareWidth);
+    connect(m_listings, &QTableView::doubleClicked, this, &frmSondrel::openListing);
+    connect(m_listings, &RowTable::rowEntered, this, [this] { openListing(m_listings->currentIndex()); });
+}
+
+// The title takes three fifths of what the number leaves, the URL the rest.
+void frmSondrel::shareWidth()
+{
+    const int rest = m_listings->viewport()->width() - m_listings->columnWidth(ListingModel::Number);
+    m_listings->setColumnWidth(ListingModel::Title, rest * 3 / 5);
+}
+
+void frmSondrel::addGridAction(QAction *action)
+{
+    action->setShortcutContext(Qt::WidgetShortcut);
+    m_grid->addAction(action);
+}
+
+ColumnOrder frmSondrel::columnOrder() const
+{
+    QStringList headers;
+    const QHeaderView *header = m_grid->horizontalHeader();
+    for (int column = 0; column < GridFieldCount; ++column)
+        headers.append(gridHeader(static_cast<GridField>(header->logicalIndex(column))));
+    return ColumnOrder::fromHeaders(headers);
+}
+
+void frmSondrel::restoreColumns()
+{
+    const QFontMetrics metrics(m_grid->font());
+    for (int field = 0; field < GridFieldCount; ++field)
+        m_grid->setColumnWidth(field, widthOf(metrics, static_cast<GridField>(field)));
+    reportFailure(m_app, u"frmSondrel_FormLoad error:  "_s, [&] {
+        const ColumnOrder order =
+            ColumnOrder::parse(GetRegistryText(m_app, m_app.RegPreference, ColumnOrderValue, {}));
+        QHeaderView *header = m_grid->horizontalHeader();
+        for (int column = 0; column < GridFieldCount; ++column)
+            header->moveSection(header->visualIndex(static_cast<int>(order.fieldAt(column))), column);
+    });
+}
+
+void frmSondrel::storeColumns()
+{
+    CreateRegistryKey(m_app, m_app.RegPreference);
+    SetRegistryValue(m_app, m_app.RegPreference, ColumnOrderValue, RegistryString, columnOrder().stored());
+}
+
+} // namespace sondrel

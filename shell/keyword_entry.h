@@ -1,0 +1,15 @@
+// Marovia Sondrel - positions of web sites in search engine results
+#pragma once
+
+#include <QString>
+
+namespace sondrel {
+
+/// A typed or pasted keyword as the files of keywords can hold it: they know neither quotes nor escapes, so
+/// ";" and line ends become blanks, and those at the ends go.
+QString storableKeyword(const QString &text);
+
+/// What a person is told when that has changed keywords.
+QString cleanedKeywordsText(qsizetype count);
+
+} // namespace sondrel

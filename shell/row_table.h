@@ -1,0 +1,36 @@
+// Marovia Sondrel - positions of web sites in search engine results
+#pragma once
+
+#include <QTableView>
+
+namespace sondrel {
+
+/// A table of which whole rows are chosen, all of one height: a text line and a little air. Home and End go
+/// to the first and the last row.
+class RowTable final : public QTableView
+{
+    Q_OBJECT
+
+public:
+    RowTable(const QString &name, const QString &accessibleName, QWidget *parent = nullptr);
+
+    /// The rows that are chosen, from top to bottom.
+    std::vector<int> selectedRows() const;
+    int selectedRowCount() const;
+
+Q_SIGNALS:
+    /// Return or Enter has been pressed on a row.
+    void rowEntered();
+    void resized();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+
+private:
+    void setRowHeight();
+};
+
+} // namespace sondrel
