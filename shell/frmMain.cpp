@@ -118,7 +118,7 @@ void frmMain::openUrlBox(bool open)
     reportFailure(m_app, u"frmMain_resizeControl error : "_s, [&] {
         m_urlBoxOpen = open;
         m_urls->setVisible(open);
-        m_arrow->setArrowType(open ? Qt::DownArrow : Qt::UpArrow);
+        m_arrow->setIcon(programIcon(open ? u"arrow-down"_s : u"arrow-up"_s));
     });
 }
 

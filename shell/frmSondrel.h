@@ -86,6 +86,7 @@ private:
     void ShowKeywordResults();
     void showHints();
     void shareWidth();
+    void fitUrlColumn();
     void followRun();
     void toggleShown();
     void startRename();
@@ -114,6 +115,8 @@ private:
     QString m_shownKeyword; // of the row whose listings are shown
     int m_shownRow = -1;
     bool m_filling = false;
+    bool m_fitting = false;      // the URL column is being given its width
+    bool m_urlWidthKept = false; // because the user has given it one
     QStringList m_copied;
 };
 

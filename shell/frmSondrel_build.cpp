@@ -13,6 +13,8 @@
 #include <QSplitter>
 #include <QStackedLayout>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace sondrel {
@@ -24,7 +26,7 @@ const QString ColumnOrderValue = u"ColumOrder"_s;
 // Widths in characters, so that they follow the font.
 int widthOf(const QFontMetrics &metrics, GridField field)
 {
-    static const std::array<int, GridFieldCount> characters{8, 30, 12, 11, 8, 15, 11, 44, 14};
+    static const std::array<int, GridFieldCount> characters{8, 28, 12, 11, 8, 15, 11, 24, 12};
     return metrics.averageCharWidth() * characters[static_cast<std::size_t>(field)];
 }
 
@@ -60,6 +62,10 @@ void frmSondrel::connectGrid()
     });
     connect(m_grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &frmSondrel::showCurrentRow);
+    connect(m_grid, &RowTable::resized, this, &frmSondrel::fitUrlColumn);
+    connect(m_grid->horizontalHeader(), &QHeaderView::sectionResized, this, [this](int field) {
+        m_urlWidthKept |= field == static_cast<int>(GridField::URL) && !m_fitting && isVisible();
+    });
     connect(m_grid, &RowTable::rowEntered, this, [this] {
         if (m_listingModel->rowCount() == 0)
             return;
@@ -104,6 +110,21 @@ void frmSondrel::shareWidth()
 {
     const int rest = m_listings->viewport()->width() - m_listings->columnWidth(ListingModel::Number);
     m_listings->setColumnWidth(ListingModel::Title, rest * 3 / 5);
+}
+
+// Until the user has given it a width, the URL column takes what the others leave, but not less than its own.
+void frmSondrel::fitUrlColumn()
+{
+    if (m_urlWidthKept)
+        return;
+    int others = 0;
+    for (int field = 0; field < GridFieldCount; ++field)
+        others += field == static_cast<int>(GridField::URL) ? 0 : m_grid->columnWidth(field);
+    m_fitting = true;
+    m_grid->setColumnWidth(
+        static_cast<int>(GridField::URL),
+        std::max(widthOf(m_grid->fontMetrics(), GridField::URL), m_grid->viewport()->width() - others));
+    m_fitting = false;
 }
 
 void frmSondrel::addGridAction(QAction *action)

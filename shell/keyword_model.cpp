@@ -17,6 +17,13 @@ bool holdsNumbers(GridField field)
            field == GridField::LastPosition || field == GridField::Change;
 }
 
+Qt::Alignment alignmentOf(GridField field)
+{
+    if (field == GridField::Show)
+        return Qt::AlignCenter;
+    return Qt::AlignVCenter | (holdsNumbers(field) ? Qt::AlignRight : Qt::AlignLeft);
+}
+
 QString headerTip(GridField field)
 {
     switch (field) {
@@ -207,9 +214,7 @@ QVariant KeywordModel::data(const QModelIndex &index, int role) const
                (field == GridField::Show ? (keyword.Optimize ? u"on"_s : u"off"_s)
                                          : cell(index.row(), field));
     case Qt::TextAlignmentRole:
-        return static_cast<int>(holdsNumbers(field)        ? Qt::AlignRight | Qt::AlignVCenter
-                                : field == GridField::Show ? Qt::AlignCenter
-                                                           : Qt::AlignLeft | Qt::AlignVCenter);
+        return static_cast<int>(alignmentOf(field));
     case RankedRole:
         return field == GridField::Show ? QVariant(!keyword.CurPos.isEmpty()) : QVariant();
     case ChangeRole:
@@ -228,6 +233,8 @@ QVariant KeywordModel::headerData(int section, Qt::Orientation orientation, int 
     const auto field = static_cast<GridField>(section);
     if (role == Qt::DisplayRole)
         return gridHeader(field);
+    if (role == Qt::TextAlignmentRole)
+        return static_cast<int>(alignmentOf(field));
     if (role == Qt::ToolTipRole && !headerTip(field).isEmpty())
         return headerTip(field);
     return {};

@@ -105,6 +105,8 @@ QVariant ListingModel::data(const QModelIndex &index, int role) const
 
 QVariant ListingModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
+    if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole)
+        return static_cast<int>(Qt::AlignVCenter | (section == Number ? Qt::AlignRight : Qt::AlignLeft));
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
     return section == Number ? u"#"_s : section == Title ? u"Title"_s : u"URL"_s;

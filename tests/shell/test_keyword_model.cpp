@@ -92,7 +92,8 @@ TEST_F(Model, renamesAKeywordAndKeepsItsKey)
 TEST_F(Model, refusesANameThatIsTakenOrBlank)
 {
     QStringList taken;
-    QObject::connect(&model, &KeywordModel::nameTaken, &model, [&](const QString &name) { taken.append(name); });
+    QObject::connect(&model, &KeywordModel::nameTaken, &model,
+                     [&](const QString &name) { taken.append(name); });
     model.PopulateKeywords({});
     for (const QString &name : {u"TEA"_s, u""_s, u"  "_s, u";\n"_s})
         EXPECT_FALSE(model.setData(cell(0, GridField::Keyword), name)) << name.toStdString();
@@ -104,7 +105,8 @@ TEST_F(Model, refusesANameThatIsTakenOrBlank)
 TEST_F(Model, cleansANameThatWouldBreakTheList)
 {
     qsizetype cleaned = 0;
-    QObject::connect(&model, &KeywordModel::keywordsCleaned, &model, [&](qsizetype count) { cleaned += count; });
+    QObject::connect(&model, &KeywordModel::keywordsCleaned, &model,
+                     [&](qsizetype count) { cleaned += count; });
     model.PopulateKeywords({});
     EXPECT_TRUE(model.setData(cell(0, GridField::Keyword), u"red;boots\n"_s));
     EXPECT_EQ(model.cell(0, GridField::Keyword), u"red boots"_s);
@@ -137,7 +139,8 @@ TEST_F(Model, addsEachNewKeywordOnce)
 TEST_F(Model, cleansWhatIsAddedAndPassesBlanksOver)
 {
     qsizetype cleaned = 0;
-    QObject::connect(&model, &KeywordModel::keywordsCleaned, &model, [&](qsizetype count) { cleaned += count; });
+    QObject::connect(&model, &KeywordModel::keywordsCleaned, &model,
+                     [&](qsizetype count) { cleaned += count; });
     model.PopulateKeywords({});
     model.AddKeywordColToGrid({u"red;socks"_s, u""_s, u"a\rb"_s, u"red socks"_s, u"plain"_s});
     EXPECT_EQ(shown(), (QStringList{u"boots"_s, u"tea"_s, u"red socks"_s, u"a b"_s, u"plain"_s}));
