@@ -56,6 +56,7 @@ ApplicationContext::ApplicationContext(const QString &appPath, const QString &sy
       desktop(doors.desktop),
       settings(doors.settings),
       http(doors.http),
+      smtp(doors.smtp),
       locale(locale),
       files(rootsOf(appPath, systemDirectory)),
       m_log(files.find(AppPath + u"\\Error.log"_s).value_or(AppPath + u"/Error.log"_s))

@@ -19,6 +19,7 @@ namespace sondrel {
 
 class clsEngine;
 class HttpTransport;
+class SmtpTransport;
 
 /// The doors that the context hands on. They outlive it.
 struct Doors
@@ -27,6 +28,8 @@ struct Doors
     Desktop &desktop;
     SettingsStore &settings;
     HttpTransport &http;
+    /// Absent where no mail goes out.
+    SmtpTransport *smtp = nullptr;
 };
 
 /// Process-wide values, set once at start and handed on: folders, settings paths, doors, the error log and
@@ -58,6 +61,7 @@ public:
     Desktop &desktop;
     SettingsStore &settings;
     HttpTransport &http;
+    SmtpTransport *const smtp;
     const QLocale locale;
     HostPath files;
 

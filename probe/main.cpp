@@ -2,6 +2,7 @@
 #include "core/file_settings_store.h"
 #include "core/system_clock.h"
 #include "lookup/curl_http_control.h"
+#include "mail/curl_smtp_session.h"
 #include "probe/operations.h"
 #include "tests/doors/manual_clock.h"
 #include "tests/doors/recording_desktop.h"
@@ -131,6 +132,7 @@ probe::Operations allOperations()
     probe::addSettingsOperations(operations);
     probe::addReportOperations(operations);
     probe::addOptimizerOperations(operations);
+    probe::addMailOperations(operations);
     return operations;
 }
 
@@ -166,7 +168,8 @@ int main(int argc, char **argv)
     FileSettingsStore settings(place(u"registry"_s, u"settings.ini"_s));
     ApplicationContext *context = nullptr;
     CurlTransport transport([&context](QStringView text) { return context->toBytes(text); });
-    ApplicationContext app(appFolder, systemFolder, Doors{clock, desktop, settings, transport},
+    CurlSmtpTransport mail;
+    ApplicationContext app(appFolder, systemFolder, Doors{clock, desktop, settings, transport, &mail},
                            QLocale(QLocale::English, QLocale::UnitedStates));
     context = &app;
 

@@ -20,5 +20,6 @@ void addLookupOperations(Operations &operations);
 void addSettingsOperations(Operations &operations);
 void addReportOperations(Operations &operations);
 void addOptimizerOperations(Operations &operations);
+void addMailOperations(Operations &operations);
 
 } // namespace sondrel::probe

@@ -24,7 +24,7 @@ QString made(const QString &folder)
 World::World()
     : clock(QDateTime(QDate(2026, 11, 15), QTime(10, 0))),
       app(made(folder.filePath(u"app"_s)), made(folder.filePath(u"system"_s)),
-          Doors{clock, desktop, settings, http}, QLocale(QLocale::English, QLocale::UnitedStates))
+          Doors{clock, desktop, settings, http, &smtp}, QLocale(QLocale::English, QLocale::UnitedStates))
 {
 }
 

@@ -5,6 +5,7 @@
 #include "tests/doors/manual_clock.h"
 #include "tests/doors/memory_settings.h"
 #include "tests/doors/recording_desktop.h"
+#include "tests/doors/recording_smtp.h"
 #include "tests/support/printing.h"
 #include "tests/support/scripted_http.h"
 
@@ -24,6 +25,7 @@ public:
     RecordingDesktop desktop;
     MemorySettings settings;
     ScriptedHttp http;
+    RecordingSmtp smtp;
     ApplicationContext app;
 
     /// Bytes of a file below the application folder, given with "/"; empty when there is none.

@@ -1,0 +1,113 @@
+#include "mail/message_stream.h"
+
+#include "core/failure.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace sondrel {
+
+namespace {
+
+constexpr qsizetype BytesPerLine = 57; // 76 characters of base64
+constexpr qsizetype LinesAtOnce = 1024;
+constexpr qsizetype CharactersPerLine = 76;
+
+qint64 encodedSize(qint64 size)
+{
+    const qint64 characters = (size + 2) / 3 * 4;
+    const qint64 lines = (size + BytesPerLine - 1) / BytesPerLine;
+    return characters + 2 * lines;
+}
+
+QByteArray inLines(const QByteArray &characters)
+{
+    QByteArray lines;
+    lines.reserve(characters.size() + characters.size() / CharactersPerLine * 2 + 2);
+    for (qsizetype from = 0; from < characters.size(); from += CharactersPerLine) {
+        lines.append(characters.constData() + from, std::min(CharactersPerLine, characters.size() - from));
+        lines.append("\r\n");
+    }
+    return lines;
+}
+
+} // namespace
+
+void MessageStream::add(const QByteArray &bytes)
+{
+    m_size += bytes.size();
+    m_pieces.emplace_back(bytes);
+}
+
+void MessageStream::addFile(const QString &path)
+{
+    NativeFile file(path, O_RDONLY | O_CLOEXEC);
+    struct stat status
+    {
+    };
+    if (!file.isOpen() || ::fstat(file.descriptor(), &status) != 0)
+        throw Failure(u"Cannot read '%1': %2"_s.arg(path, qt_error_string(errno)));
+    m_size += encodedSize(status.st_size);
+    m_pieces.emplace_back(OpenFile{std::move(file), path, status.st_size});
+}
+
+QByteArray MessageStream::nextLines(OpenFile &source) const
+{
+    QByteArray bytes(std::min<qint64>(source.left, BytesPerLine * LinesAtOnce), Qt::Uninitialized);
+    qsizetype have = 0;
+    while (have < bytes.size()) {
+        const auto count = ::read(source.file.descriptor(), bytes.data() + have,
+                                  static_cast<std::size_t>(bytes.size() - have));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            throw Failure(u"Cannot read '%1': %2"_s.arg(source.path, qt_error_string(errno)));
+        if (count == 0)
+            throw Failure(u"The file '%1' has become shorter"_s.arg(source.path));
+        have += count;
+    }
+    source.left -= have;
+    return inLines(bytes.toBase64());
+}
+
+qsizetype MessageStream::read(char *bytes, qsizetype size)
+{
+    while (m_taken == m_current.size()) {
+        m_taken = 0;
+        m_current = QByteArray();
+        if (m_pieces.empty())
+            return 0;
+        if (auto *file = std::get_if<OpenFile>(&m_pieces.front())) {
+            if (file->left > 0) {
+                m_current = nextLines(*file);
+                continue;
+            }
+        } else {
+            m_current = std::get<QByteArray>(m_pieces.front());
+        }
+        m_pieces.pop_front();
+    }
+    const qsizetype count = std::min(size, m_current.size() - m_taken);
+    std::memcpy(bytes, m_current.constData() + m_taken, static_cast<std::size_t>(count));
+    m_taken += count;
+    return count;
+}
+
+QByteArray MessageStream::readAll()
+{
+    QByteArray all(m_size, Qt::Uninitialized);
+    qsizetype have = 0;
+    while (const qsizetype count = read(all.data() + have, all.size() - have))
+        have += count;
+    all.truncate(have);
+    return all;
+}
+
+} // namespace sondrel

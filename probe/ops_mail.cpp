@@ -1,0 +1,109 @@
+#include "mail/clsSendMail.h"
+#include "probe/operations.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace sondrel::probe {
+
+namespace {
+
+QJsonObject numberToSend(const Call &call)
+{
+    qint32 count = 0;
+    qint32 first = 0;
+    qint32 last = 0;
+    clsSendMail(call.app).getNumberToSend(count, first, last, call.text(0));
+    return answer(QJsonArray{count, first, last});
+}
+
+using Setter = std::function<void(clsSendMail &, const QJsonValue &)>;
+
+Setter text(QString clsSendMail::*member)
+{
+    return [member](clsSendMail &mail, const QJsonValue &value) { mail.*member = value.toString(); };
+}
+
+Setter flag(bool clsSendMail::*member)
+{
+    return [member](clsSendMail &mail, const QJsonValue &value) { mail.*member = value.toBool(); };
+}
+
+template <typename Number>
+Setter number(Number clsSendMail::*member)
+{
+    return [member](clsSendMail &mail, const QJsonValue &value) {
+        mail.*member = static_cast<Number>(value.toInt());
+    };
+}
+
+void setAttachment(clsSendMail &mail, const QJsonValue &value)
+{
+    if (!value.isArray())
+        return;
+    mail.Attachment.emplace();
+    for (const QJsonValue &path : value.toArray())
+        mail.Attachment->append(path.toString());
+}
+
+const QHash<QString, Setter> &setters()
+{
+    static const QHash<QString, Setter> table{
+        {u"Attachment"_s, setAttachment},
+        {u"Authentication"_s, flag(&clsSendMail::Authentication)},
+        {u"BodyHTML"_s, text(&clsSendMail::BodyHTML)},
+        {u"BodyTEXT"_s, text(&clsSendMail::BodyTEXT)},
+        {u"CC"_s, text(&clsSendMail::CC)},
+        {u"EmailToSend"_s, text(&clsSendMail::EmailToSend)},
+        {u"From"_s, text(&clsSendMail::From)},
+        {u"Host"_s, text(&clsSendMail::Host)},
+        {u"IdleTime"_s, number(&clsSendMail::IdleTime)},
+        {u"Mailer"_s, text(&clsSendMail::Mailer)},
+        {u"MsgFormat"_s, text(&clsSendMail::MsgFormat)},
+        {u"Organization"_s, text(&clsSendMail::Organization)},
+        {u"Password"_s, text(&clsSendMail::Password)},
+        {u"Port"_s, text(&clsSendMail::Port)},
+        {u"Priority"_s,
+         [](clsSendMail &mail, const QJsonValue &value) {
+             mail.setPriority(static_cast<qint16>(value.toInt()));
+         }},
+        {u"Proxy"_s, text(&clsSendMail::Proxy)},
+        {u"ProxyPort"_s, text(&clsSendMail::ProxyPort)},
+        {u"ReplyTo"_s, text(&clsSendMail::ReplyTo)},
+        {u"RequestRead"_s, flag(&clsSendMail::RequestRead)},
+        {u"SMTPPassword"_s, text(&clsSendMail::SMTPPassword)},
+        {u"SMTPUsername"_s, text(&clsSendMail::SMTPUsername)},
+        {u"SendGroup"_s, flag(&clsSendMail::SendGroup)},
+        {u"Subject"_s, text(&clsSendMail::Subject)},
+        {u"TimeOut"_s, number(&clsSendMail::TimeOut)},
+        {u"ToRecipient"_s,
+         [](clsSendMail &mail, const QJsonValue &value) { mail.setToRecipient(value.toString()); }},
+        {u"TotalBytes"_s, number(&clsSendMail::TotalBytes)},
+        {u"Username"_s, text(&clsSendMail::Username)},
+    };
+    return table;
+}
+
+QJsonObject formatMessage(const Call &call)
+{
+    clsSendMail mail(call.app);
+    const QJsonObject properties = call.args.at(0).toObject();
+    for (auto it = properties.begin(); it != properties.end(); ++it) {
+        if (const auto setter = setters().constFind(it.key()); setter != setters().constEnd())
+            (*setter)(mail, it.value());
+    }
+    mail.prepareTexts();
+    mail.FormatMessage();
+    return answer(call.app.fromBytes(streamOf(mail.message()).readAll()));
+}
+
+} // namespace
+
+void addMailOperations(Operations &operations)
+{
+    operations.insert(u"WrapWord"_s,
+                      [](const Call &call) { return answer(clsSendMail(call.app).WrapWord(call.text(0))); });
+    operations.insert(u"getNumberToSend"_s, numberToSend);
+    operations.insert(u"FormatMessage"_s, formatMessage);
+}
+
+} // namespace sondrel::probe
