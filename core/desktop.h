@@ -20,6 +20,15 @@ struct MessageBox
     bool operator==(const MessageBox &) const = default;
 };
 
+/// What a box asks that takes a line of text.
+struct TextQuestion
+{
+    QString title;
+    QString prompt;
+
+    bool operator==(const TextQuestion &) const = default;
+};
+
 /// How an opened document's window is to come up.
 enum class ShowMode { Normal = 1, Maximised = 3, Show = 5, Default = 10 };
 
@@ -46,6 +55,8 @@ public:
 
     /// Shows the box and waits for the answer.
     virtual MessageAnswer showMessage(const MessageBox &box) = 0;
+    /// Asks for a line of text; empty when the person gave up.
+    virtual QString askText(const TextQuestion &question) = 0;
     /// Asks for a file, in the system's spelling; empty when the person gave up.
     virtual QString pickFile(FileQuestion &question) = 0;
     /// Wait cursors nest: it shows from the first beginWait to the matching endWait.

@@ -4,6 +4,7 @@
 #include "core/profile_file.h"
 #include "core/text_fold.h"
 #include "core/values.h"
+#include "engines/numbered_list.h"
 
 #include <array>
 #include <limits>
@@ -68,7 +69,14 @@ const auto &textKeys()
     return keys;
 }
 
-EngineRow definition(const ProfileFile &file, const QString &name)
+QString pairKey(const QString &market, const QString &name)
+{
+    return folded(market) + QChar() + folded(name);
+}
+
+} // namespace
+
+EngineRow readEngineRow(const ProfileFile &file, const QString &name)
 {
     EngineRow row;
     const auto section = file.section(name);
@@ -83,25 +91,6 @@ EngineRow definition(const ProfileFile &file, const QString &name)
     row.PerPage = roundToInt16(leadingNumber(section.read(u"PerPage"_s)));
     return row;
 }
-
-QString pairKey(const QString &market, const QString &name)
-{
-    return folded(market) + QChar() + folded(name);
-}
-
-// The values of the keys "1", "2", ... up to the first empty one.
-QStringList unbrokenList(const ProfileFile &file, const QString &section)
-{
-    QStringList values;
-    for (int number = 1;; ++number) {
-        const QString value = file.read(section, QString::number(number));
-        if (value.isEmpty())
-            return values;
-        values.append(value);
-    }
-}
-
-} // namespace
 
 bool clsEngine::loadEngineData()
 {
@@ -153,7 +142,7 @@ void clsEngine::LoadEngineFile(const QByteArray &bytes)
             if (IsEngineExist(market, engine))
                 continue;
             const auto known = rowOfSection.constFind(folded(engine));
-            EngineRow row = known == rowOfSection.constEnd() ? definition(file, engine) : m_rows[*known];
+            EngineRow row = known == rowOfSection.constEnd() ? readEngineRow(file, engine) : m_rows[*known];
             rowOfSection.insert(folded(engine), m_rows.size());
             row.Market = market;
             row.EngineName = trimBlanks(engine).toString();

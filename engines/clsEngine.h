@@ -60,6 +60,12 @@ struct EngineRow
     QString endKeywordSection;
 };
 
+class ProfileFile;
+
+/// What a file's section of that name defines; an empty row when there is none. Market and EngineName stay
+/// empty.
+EngineRow readEngineRow(const ProfileFile &file, const QString &name);
+
 /// The engine catalogue: the definitions of all search engines, from the shared engine data file and the
 /// user's Engines.dat. Rows count from 1. A getter throws Failure for an index outside the table.
 class clsEngine

@@ -46,6 +46,8 @@ public:
     /// Cancels the transfer, also one that waits for its retry. The client's Disconnected is set when it has
     /// ended.
     void Disconnect();
+    /// Nothing is under way, nor about to be.
+    bool isIdle() const { return !m_http->Busy() && !m_timerConnect->isEnabled(); }
     void resetSocket1();
     void getSocketSetting();
     /// Closes the unit: true, and the client is let go of, when nothing was under way. Otherwise the transfer

@@ -1,3 +1,5 @@
+#include "keywords/clsKeywordBuilder.h"
+#include "keywords/suggestion_list.h"
 #include "probe/keyword_rows.h"
 #include "probe/operations.h"
 #include "project/clsKeywords.h"
@@ -74,12 +76,39 @@ QJsonObject saveKeywordResults(const Call &call)
     return {{u"result"_s, taken(call, projectFile(call, file))}, {u"file"_s, file}};
 }
 
+QJsonObject builderGetResult(const Call &call)
+{
+    class Rows final : public KeywordBuilderForm
+    {
+    public:
+        void showProgress(int) override {}
+        void showStatus(const QString &) override {}
+        void addSuggestion(const QString &keyword, const QString &count) override
+        {
+            list.add(keyword, count);
+        }
+        void DownLoadCompleted() override {}
+        SuggestionList list;
+    } form;
+    clsKeywordBuilder builder(call.app);
+    builder.FormKeywordBuilder = &form;
+    builder.EngineName = call.text(1);
+    writeFixture(call.app, call.app.EngineDataFile, call.app.toBytes(call.text(0)));
+    builder.GetResult(call.text(2));
+    removeFixture(call.app, call.app.EngineDataFile);
+    QJsonArray rows;
+    for (const Suggestion &row : form.list.rows())
+        rows.append(QJsonArray{row.Keyword, row.Count});
+    return answer(rows);
+}
+
 } // namespace
 
 void addKeywordOperations(Operations &operations)
 {
     operations.insert(u"UpdateObject"_s, updateObject);
     operations.insert(u"LoadKeywords"_s, loadKeywords);
+    operations.insert(u"BuilderGetResult"_s, builderGetResult);
     operations.insert(u"SaveKeywords"_s, saveKeywords);
     operations.insert(u"SaveKeywordResults"_s, saveKeywordResults);
 }

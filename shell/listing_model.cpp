@@ -4,8 +4,6 @@
 #include "core/modCommon.h"
 #include "core/text_fold.h"
 
-#include <QStringDecoder>
-
 #include <utility>
 
 using namespace Qt::Literals::StringLiterals;
@@ -28,16 +26,6 @@ std::vector<ListingOwner> listingOwners(ApplicationContext &app, const std::vect
         }
     }
     return owners;
-}
-
-QString shownText(const ApplicationContext &app, const QString &stored)
-{
-    const QByteArray bytes = app.toBytes(stored);
-    if (app.fromBytes(bytes) != stored)
-        return stored; // the code page cannot hold it, so it never was bytes of a page
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    QString text = decoder(bytes);
-    return decoder.hasError() ? stored : text;
 }
 
 QString shownTitle(ApplicationContext &app, const QString &engineName, const QString &stored)

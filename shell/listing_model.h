@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/application_context.h"
+#include "core/shown_text.h"
 #include "lookup/listing_file.h"
 #include "project/clsURL.h"
 
@@ -19,9 +20,6 @@ enum class ListingOwner { Nobody, Own, Competitor };
 /// Whose each listing is: the last tracked URL that matches decides.
 std::vector<ListingOwner> listingOwners(ApplicationContext &app, const std::vector<Listing> &listings,
                                         const Collection<clsURL> *tracked);
-
-/// A stored text as a person should see it: decoded as UTF-8 when its bytes are that.
-QString shownText(const ApplicationContext &app, const QString &stored);
 
 /// The title of a listing as a person should see it: one engine writes GB 2312 and says nothing of it.
 QString shownTitle(ApplicationContext &app, const QString &engineName, const QString &stored);

@@ -10,6 +10,7 @@ class QtDesktop final : public Desktop
 {
 public:
     MessageAnswer showMessage(const MessageBox &box) override;
+    QString askText(const TextQuestion &question) override;
     QString pickFile(FileQuestion &question) override;
     void beginWait() override;
     void endWait() override;

@@ -18,6 +18,18 @@ MessageAnswer RecordingDesktop::showMessage(const MessageBox &box)
     return next;
 }
 
+QString RecordingDesktop::askText(const TextQuestion &question)
+{
+    if (failing)
+        throw Failure(QStringLiteral("The message cannot be shown"));
+    textQuestions.push_back(question);
+    if (texts.empty())
+        return {};
+    const QString text = texts.front();
+    texts.erase(texts.begin());
+    return text;
+}
+
 QString RecordingDesktop::pickFile(FileQuestion &question)
 {
     questions.push_back(question);

@@ -36,7 +36,12 @@ public:
     std::vector<FileQuestion> questions;
     std::vector<QString> files;
 
+    /// Questions for a text so far, and the answers to the next ones; none left gives up.
+    std::vector<TextQuestion> textQuestions;
+    std::vector<QString> texts;
+
     MessageAnswer showMessage(const MessageBox &box) override;
+    QString askText(const TextQuestion &question) override;
     QString pickFile(FileQuestion &question) override;
     void beginWait() override;
     void endWait() override;

@@ -1,4 +1,5 @@
 #include "engines/clsEngine.h"
+#include "engines/engine_builder.h"
 #include "tests/support/failing_allocation.h"
 #include "tests/support/world.h"
 
@@ -49,4 +50,59 @@ TEST_F(OutOfMemory, givesNoAddress)
     EXPECT_EQ(starved([&] { return engines.EngineURL(name); }), QString());
     EXPECT_TRUE(happened);
     EXPECT_EQ(world.takeLog(), u"clsEngine_GetURL error:  Out of memory"_s);
+}
+
+namespace {
+
+class BuilderOutOfMemory : public testing::Test
+{
+protected:
+    BuilderOutOfMemory() : builder(world.app)
+    {
+        world.desktop.texts = {u"Finder"_s};
+        builder.AddNew();
+    }
+
+    World world;
+    EngineBuilder builder;
+};
+
+} // namespace
+
+TEST_F(BuilderOutOfMemory, listsNoEngines)
+{
+    QString lines;
+    {
+        const FailingAllocation failing(0);
+        lines = builder.GetMarketEngines({});
+        EXPECT_TRUE(failing.happened());
+    }
+    EXPECT_EQ(lines, QString());
+    EXPECT_EQ(world.takeLog(), u"frmEngineBuilder_ErrorHabndler error; Out of memory"_s);
+}
+
+TEST_F(BuilderOutOfMemory, writesNoSections)
+{
+    QString text;
+    {
+        const FailingAllocation failing(0);
+        text = builder.CovertEngineDataColToString();
+        EXPECT_TRUE(failing.happened());
+    }
+    EXPECT_EQ(text, QString());
+    EXPECT_EQ(world.takeLog(), u"frmEngineBuilder_CovertEngineDataColToString error: Out of memory"_s);
+}
+
+TEST_F(BuilderOutOfMemory, keepsTheRecordAsItWas)
+{
+    clsEngineData entered;
+    entered.EngineName = u"Other"_s;
+    const QString name = u"FINDER"_s;
+    {
+        const FailingAllocation failing(0);
+        builder.SaveObject(name, entered);
+        EXPECT_TRUE(failing.happened());
+    }
+    EXPECT_EQ(builder.Engines().at(1).EngineName, u"Finder"_s);
+    EXPECT_EQ(world.takeLog(), u"frmEngineBuilder_SaveObject error: Out of memory"_s);
 }

@@ -53,6 +53,7 @@ class BrokenDesktop final : public Desktop
 {
 public:
     MessageAnswer showMessage(const MessageBox &) override { return MessageAnswer::Ok; }
+    QString askText(const TextQuestion &) override { return {}; }
     QString pickFile(FileQuestion &) override { return {}; }
     void beginWait() override { throw Failure(u"No pointer"_s); }
     void endWait() override {}
