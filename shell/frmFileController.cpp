@@ -79,6 +79,13 @@ void frmFileController::showProgress(qint64 value)
     m_app.desktop.runPendingEvents();
 }
 
+void frmFileController::showWhile(const std::function<void(const Progress &)> &load)
+{
+    constexpr int Steps = 100;
+    const Shown shown(*this, u"Please wait for loading file ......"_s, Steps);
+    load([this](qint64 done, qint64 all) { showProgress(all > 0 ? Steps * done / all : Steps); });
+}
+
 void frmFileController::openListFile(const QString &path, QListWidget &list)
 {
     ignoringFailures([&] {

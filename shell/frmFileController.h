@@ -5,6 +5,8 @@
 
 #include <QWidget>
 
+#include <functional>
+
 class QLabel;
 class QListWidget;
 class QProgressBar;
@@ -24,6 +26,10 @@ public:
     void openListFile(const QString &path, QListWidget &list);
     /// Writes every entry and CR LF over the beginning of the file.
     void saveListFile(const QString &path, const QListWidget &list);
+
+    /// Shows the window while the given step loads a file; the step tells how much of it has been done.
+    using Progress = std::function<void(qint64 done, qint64 all)>;
+    void showWhile(const std::function<void(const Progress &)> &load);
 
     /// Asks for a file in the application folder: 0 to open one, 1 to save under a name. The filter has the
     /// form "Text Files (*.txt)|*.txt|All Files (*.*)|*.*"; which pair was chosen for saving comes back by

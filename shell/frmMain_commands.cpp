@@ -44,7 +44,8 @@ void frmMain::connectCommands()
     setHandler(C::DeleteProject, [this] { DeleteAccount(); });
     setHandler(C::Configuration, [this] { Config(); });
     setHandler(C::Exit, [this] { close(); });
-    for (const C command : {C::DeleteKeywords, C::CopyKeywords, C::PasteKeywords, C::ExportKeywords})
+    for (const C command :
+         {C::AddKeywords, C::DeleteKeywords, C::CopyKeywords, C::PasteKeywords, C::ExportKeywords})
         setHandler(command, [this, command] { passToChild(command); });
     for (const C command : {C::ShowAll, C::ShowOptimized})
         setHandler(command, [this, command] { ShowOrOptimized(textOf(command).number); });

@@ -18,6 +18,7 @@ namespace sondrel {
 
 class HintPage;
 class RowTable;
+struct AddKeywordsAnswer;
 
 /// The keywords of one project on one engine: the grid, under it the listings of the chosen keyword, and the
 /// lookup session that both show.
@@ -68,6 +69,8 @@ public:
     /// What the commands of the main window depend on.
     void addFacts(CommandFacts &facts) const;
 
+    /// Opens the dialog for new keywords and adds what it answers.
+    void AddKeywords();
     /// Adds these keywords, as Paste and Add Keywords do.
     void AddKeywordColToGrid(const QStringList &texts);
     /// Lets go of a run and stores the column order, before the window goes.
@@ -90,6 +93,7 @@ private:
     void followRun();
     void toggleShown();
     void startRename();
+    void addAnswered(const AddKeywordsAnswer &answer);
     void LookUpSelectedKeyword();
     void DeleteSelectedKeywords();
     void CopyKeywords();

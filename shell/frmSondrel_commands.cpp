@@ -18,6 +18,9 @@ namespace sondrel {
 void frmSondrel::mnuKeywordsItemClick(int number)
 {
     switch (number) {
+    case 1:
+        AddKeywords();
+        break;
     case 2:
         DeleteSelectedKeywords();
         break;
