@@ -17,6 +17,7 @@ struct SmtpOptions
     int connectSeconds = 60; // until the server has greeted and taken the login
     int answerSeconds = 300; // for one answer, or without any progress of a message
     int leaveSeconds = 60;   // for the answer to QUIT
+    qint32 implicitTlsPort = 465;
     QString caFile;          // certificates to trust; empty for the system's
 };
 

@@ -56,15 +56,17 @@ QByteArrayList ProtocolLines::received(QByteArrayView piece)
     QByteArrayList lines;
     for (const QByteArray &line : linesOf(piece)) {
         lines.append(masked(line));
-        m_lastReply = lines.last();
+        if (!m_leaving)
+            m_lastReply = lines.last();
     }
     return lines;
 }
 
-QByteArrayList ProtocolLines::sent(QByteArrayView piece) const
+QByteArrayList ProtocolLines::sent(QByteArrayView piece)
 {
     QByteArrayList lines;
     for (const QByteArray &line : linesOf(piece)) {
+        m_leaving = m_leaving || line == "QUIT";
         const auto second = line.indexOf(' ', 5);
         if (beginsWith(line, "Proxy-Authorization:"))
             lines.append(QByteArray("Proxy-Authorization: ") + Mask);

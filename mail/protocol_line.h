@@ -15,19 +15,25 @@ public:
 
     /// The lines of a piece that came from the server, or went to it.
     QByteArrayList received(QByteArrayView piece);
-    QByteArrayList sent(QByteArrayView piece) const;
+    QByteArrayList sent(QByteArrayView piece);
 
-    /// The last line that came, masked, and the reply code that it begins with; 0 when it has none.
+    /// The last line that came, masked, and the reply code that it begins with; 0 when it has none. What comes
+    /// behind QUIT is no news: a refusal makes libcurl leave by itself.
     QByteArray lastReply() const { return m_lastReply; }
     int lastCode() const;
     /// A new task begins: what came before is no answer to it.
-    void forgetReply() { m_lastReply.clear(); }
+    void forgetReply()
+    {
+        m_lastReply.clear();
+        m_leaving = false;
+    }
 
     QByteArray masked(QByteArray line) const;
 
 private:
     QByteArrayList m_secrets;
     QByteArray m_lastReply;
+    bool m_leaving = false;
 };
 
 } // namespace sondrel

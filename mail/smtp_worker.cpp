@@ -17,7 +17,6 @@ namespace sondrel {
 
 namespace {
 
-constexpr qint32 ImplicitTlsPort = 465;
 constexpr qint32 HighestPort = 65535;
 constexpr qint32 UsualProxyPort = 8080;
 constexpr long UploadBuffer = 256 * 1024;
@@ -182,7 +181,7 @@ void SmtpWorker::setUp()
 
 bool SmtpWorker::setTarget()
 {
-    const bool implicitTls = m_target.port == ImplicitTlsPort;
+    const bool implicitTls = m_target.port == m_options.implicitTlsPort;
     const QByteArray address =
         addressOf(implicitTls ? u"smtps"_s : u"smtp"_s, m_target.server, m_target.port);
     if (address.isEmpty() || m_target.port < 0 || m_target.port > HighestPort)

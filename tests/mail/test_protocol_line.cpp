@@ -26,9 +26,18 @@ TEST(ProtocolLines, knowTheLastReply)
     EXPECT_EQ(lines.lastCode(), 0);
 }
 
+TEST(ProtocolLines, keepARefusalBehindAGoodbye)
+{
+    ProtocolLines lines({});
+    lines.received("550 no\r\n");
+    lines.sent("QUIT\r\n");
+    lines.received("221 bye\r\n");
+    EXPECT_EQ(lines.lastCode(), 550);
+}
+
 TEST(ProtocolLines, maskAnInitialResponse)
 {
-    const ProtocolLines lines({});
+    ProtocolLines lines({});
     EXPECT_THAT(lines.sent("AUTH PLAIN AGFubgBzZWNyZXQ=\r\n"), ElementsAre("AUTH PLAIN ****"));
     EXPECT_THAT(lines.sent("AUTH LOGIN\r\n"), ElementsAre("AUTH LOGIN"));
 }
@@ -44,7 +53,7 @@ TEST(ProtocolLines, maskAnswersToAChallenge)
 
 TEST(ProtocolLines, maskAProxyLogin)
 {
-    const ProtocolLines lines({});
+    ProtocolLines lines({});
     EXPECT_THAT(lines.sent("CONNECT a:25 HTTP/1.1\r\nProxy-Authorization: Basic YTpi\r\n\r\n"),
                 ElementsAre("CONNECT a:25 HTTP/1.1", "Proxy-Authorization: ****"));
 }
