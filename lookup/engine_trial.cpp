@@ -32,9 +32,10 @@ EngineTrial tryEngine(ApplicationContext &app, const EngineRow &engine, const Fe
 {
     EngineTrial trial;
     const PageText text(page.text);
-    trial.count = clsConnect(app).GetMatchesCounts(text, text.all(), Needle(engine.beginMatches),
-                                                   Needle(engine.endMatches));
-    trial.countIsNumber = IsNumberText(trial.count);
+    trial.countText = clsConnect(app).GetMatchesCounts(text, text.all(), Needle(engine.beginMatches),
+                                                       Needle(engine.endMatches));
+    if (IsNumberText(trial.countText))
+        trial.count = trial.countText;
     const Needle start(engine.ResultStartString);
     const Needle end(engine.ResultEndString);
     const qsizetype from = text.find(text.all(), 0, start);

@@ -24,8 +24,8 @@ struct TrialListing
 struct EngineTrial
 {
     std::vector<TrialListing> listings;
-    QString count;               // as the engine writes it
-    bool countIsNumber = false;  // else a lookup keeps none
+    QString count;               // as a lookup keeps it: a number as the engine writes it, or empty
+    QString countText;           // what stands in the count's place
     bool hasResultStart = false; // the string was found
     bool hasResultEnd = false;   // and the other one behind it
     bool hasNextLink = false;    // the page has a link that leads on
