@@ -6,7 +6,6 @@ namespace sondrel {
 
 namespace {
 
-constexpr int HideInterval = 200;   // ms, from minimising to hiding
 constexpr int WatchInterval = 3000; // ms
 
 enum Item { Open = 1, About = 2, Separator = 3, Exit = 4 };
@@ -23,7 +22,6 @@ frmTrayIcon::frmTrayIcon(ApplicationContext &app, TrayIcon &tray, TrayedProgram 
     : m_tray(tray),
       m_program(program),
       m_desktop(app.desktop),
-      m_hideTimer(app.clock.createTimer(HideInterval, [this] { tick(); })),
       m_watchTimer(app.clock.createTimer(WatchInterval, [this] { watch(); }))
 {
     connect(&tray, &TrayIcon::OnIcon, this, &frmTrayIcon::OnIcon);
@@ -41,13 +39,6 @@ frmTrayIcon::~frmTrayIcon()
 
 void frmTrayIcon::mainMinimised()
 {
-    m_hideTimer->setEnabled(true);
-}
-
-void frmTrayIcon::tick()
-{
-    m_hideTimer->setEnabled(false);
-    m_desktop.runPendingEvents();
     // A dialog belongs to its window; the two stay together.
     if (!m_program.isMinimised() || m_program.isHidden() || m_program.hasDialog() || !m_tray.isAvailable())
         return;

@@ -52,13 +52,11 @@ private:
     void OnIcon(qint16 code);
     void choose(int index);
     void open();
-    void tick();
     void watch();
 
     TrayIcon &m_tray;
     TrayedProgram &m_program;
     Desktop &m_desktop;
-    std::unique_ptr<ClockTimer> m_hideTimer;
     std::unique_ptr<ClockTimer> m_watchTimer; // while the window is hidden
 };
 

@@ -60,8 +60,9 @@ QString startHeader(const ApplicationContext &app)
 bool Main(ApplicationContext &app, const QString &programFolder, StartUpWindows &windows)
 {
     return reportFailure(app, ErrorTag, [&] {
-        trimErrorLog(app);
-        app.files.makeFolder(app.AppPath);
+        // A folder that cannot be written keeps nobody from reading what there is.
+        reportFailure(app, ErrorTag, [&] { trimErrorLog(app); });
+        reportFailure(app, ErrorTag, [&] { app.files.makeFolder(app.AppPath); });
         beginLog(app, programFolder);
         // A data file that cannot be put in its place is missed by the one command that needs it.
         reportFailure(app, ErrorTag, [&] { fillPlaces(app, programFolder); });

@@ -9,6 +9,9 @@
 #include <QMessageBox>
 #include <QUrl>
 
+#include <algorithm>
+#include <utility>
+
 namespace sondrel {
 
 namespace {
@@ -56,7 +59,9 @@ MessageAnswer QtDesktop::showMessage(const MessageBox &box)
     dialog.setObjectName(QStringLiteral("messageBox"));
     // Texts hold names and addresses of strangers; none of it is markup.
     dialog.setTextFormat(Qt::PlainText);
+    pauseWaits();
     const int answer = dialog.exec();
+    resumeWaits();
     if (!asks)
         return MessageAnswer::Ok;
     return answer == QMessageBox::Yes ? MessageAnswer::Yes : MessageAnswer::No;
@@ -104,16 +109,35 @@ void QtDesktop::beginWait()
 
 void QtDesktop::endWait()
 {
-    if (m_waiting == 0)
-        return; // the pointer was reset meanwhile
+    if (m_waiting == 0) {
+        // Reset meanwhile, or begun before a box that is still there.
+        m_paused = std::max(0, m_paused - 1);
+        return;
+    }
     --m_waiting;
     QApplication::restoreOverrideCursor();
 }
 
 void QtDesktop::resetPointer()
 {
+    m_paused = 0;
     while (m_waiting > 0)
         endWait();
+}
+
+// Who has to answer is not waiting for the program.
+void QtDesktop::pauseWaits()
+{
+    const int waits = m_waiting;
+    while (m_waiting > 0)
+        endWait();
+    m_paused += waits;
+}
+
+void QtDesktop::resumeWaits()
+{
+    for (int waits = std::exchange(m_paused, 0); waits > 0; --waits)
+        beginWait();
 }
 
 void QtDesktop::beep()

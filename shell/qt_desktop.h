@@ -20,7 +20,11 @@ public:
     void runPendingEvents() override;
 
 private:
+    void pauseWaits();
+    void resumeWaits();
+
     int m_waiting = 0;
+    int m_paused = 0; // waits that begin again behind a box
 };
 
 } // namespace sondrel

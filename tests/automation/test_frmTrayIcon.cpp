@@ -48,7 +48,6 @@ protected:
     {
         program.minimised = true;
         form->mainMinimised();
-        world.clock.advance(200);
     }
     void click(TrayIcon::Code code) { tray.click(code); }
 
@@ -82,12 +81,9 @@ TEST_F(Tray, takesItsIconAwayAtItsEnd)
 
 TEST_F(Tray, hidesAMinimisedWindow)
 {
-    program.minimised = true;
-    form->mainMinimised();
-    EXPECT_TRUE(program.calls.isEmpty());
-    world.clock.advance(200);
+    minimise();
     EXPECT_EQ(program.calls, QStringList{u"hide"_s});
-    EXPECT_EQ(world.desktop.pendingEventRuns, 2);
+    EXPECT_EQ(world.desktop.pendingEventRuns, 1);
 }
 
 TEST_F(Tray, hidesTheWindowEveryTimeItIsMinimised)
@@ -100,10 +96,7 @@ TEST_F(Tray, hidesTheWindowEveryTimeItIsMinimised)
 
 TEST_F(Tray, leavesAWindowThatHasComeBackAtOnce)
 {
-    program.minimised = true;
     form->mainMinimised();
-    program.minimised = false;
-    world.clock.advance(1000);
     EXPECT_TRUE(program.calls.isEmpty());
 }
 

@@ -55,11 +55,13 @@ inline bool isEnabled(const QWidget &window, const QString &name)
 
 /// Does something to the next modal window, as a person would who sits before it.
 template <typename Window>
-void whenModal(std::function<void(Window &)> act)
+void whenModal(std::function<void(Window &)> act, int patience = 500)
 {
-    QTimer::singleShot(0, qApp, [act] {
+    QTimer::singleShot(patience == 500 ? 0 : 10, qApp, [act, patience] {
         if (auto *window = qobject_cast<Window *>(QApplication::activeModalWidget()))
             act(*window);
+        else if (patience > 0)
+            whenModal(act, patience - 1); // it is still coming up
         else
             ADD_FAILURE() << "no such window came up";
     });
