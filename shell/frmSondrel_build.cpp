@@ -26,7 +26,7 @@ const QString ColumnOrderValue = u"ColumOrder"_s;
 // Widths in characters, so that they follow the font.
 int widthOf(const QFontMetrics &metrics, GridField field)
 {
-    static const std::array<int, GridFieldCount> characters{8, 28, 12, 11, 8, 15, 11, 24, 12};
+    static const std::array<int, GridFieldCount> characters{8, 28, 12, 12, 9, 16, 12, 24, 15};
     return metrics.averageCharWidth() * characters[static_cast<std::size_t>(field)];
 }
 

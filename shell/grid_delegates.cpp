@@ -57,6 +57,24 @@ void CellDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelInd
     option->state &= ~QStyle::State_HasFocus;
 }
 
+void CellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                         const QModelIndex &index) const
+{
+    QStyleOptionViewItem cell = option;
+    initStyleOption(&cell, index);
+    paintCell(painter, cell);
+}
+
+void CellDelegate::paintCell(QPainter *painter, const QStyleOptionViewItem &cell)
+{
+    const QStyle *style = cell.widget ? cell.widget->style() : QApplication::style();
+    style->drawPrimitive(QStyle::PE_PanelItemViewItem, &cell, painter, cell.widget); // up to the cell's edges
+    QStyleOptionViewItem inner = cell;
+    const int air = cell.fontMetrics.height() / 5;
+    inner.rect.adjust(air, 0, -air, 0);
+    style->drawControl(QStyle::CE_ItemViewItem, &inner, painter, cell.widget);
+}
+
 QRect ShowDelegate::boxRect(const QStyleOptionViewItem &option)
 {
     const QStyle *style = option.widget ? option.widget->style() : QApplication::style();
@@ -95,17 +113,12 @@ void ShowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
 bool ShowDelegate::editorEvent(QEvent *event, QAbstractItemModel *model, const QStyleOptionViewItem &option,
                                const QModelIndex &index)
 {
-    bool toggles = false;
-    if (event->type() == QEvent::MouseButtonRelease) {
-        const auto *mouse = static_cast<QMouseEvent *>(event);
-        toggles = mouse->button() == Qt::LeftButton &&
-                  boxRect(option).adjusted(-3, -3, 3, 3).contains(mouse->position().toPoint());
-    } else if (event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent *>(event)->key();
-        toggles = key == Qt::Key_Space || key == Qt::Key_Select;
-    }
-    if (!toggles)
+    if (event->type() != QEvent::MouseButtonRelease)
         return event->type() == QEvent::MouseButtonDblClick;
+    const auto *mouse = static_cast<QMouseEvent *>(event);
+    if (mouse->button() != Qt::LeftButton ||
+        !boxRect(option).adjusted(-3, -3, 3, 3).contains(mouse->position().toPoint()))
+        return false;
     const bool checked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
     return model->setData(index, checked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
 }
@@ -120,8 +133,7 @@ void ChangeDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option
     const QColor colour = trend == Trend::Down ? ownColour(option.palette) : competitorColour(option.palette);
     if (trend != Trend::None)
         cell.palette.setColor(QPalette::Text, colour);
-    const QStyle *style = cell.widget ? cell.widget->style() : QApplication::style();
-    style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
+    paintCell(painter, cell);
     if (trend == Trend::None)
         return;
     const qreal size = option.fontMetrics.ascent() * 0.55;

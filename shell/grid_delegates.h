@@ -11,7 +11,12 @@ class CellDelegate : public QStyledItemDelegate
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override;
+
 protected:
+    /// Paints a cell whose option has been filled.
+    static void paintCell(QPainter *painter, const QStyleOptionViewItem &cell);
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
 };
 

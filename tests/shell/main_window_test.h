@@ -69,6 +69,8 @@ protected:
     {
         window = std::make_unique<frmMain>(world.app);
         window->load();
+        window->activateWindow(); // shortcuts ask for it
+        QApplication::processEvents();
         world.takeLog();
     }
 
