@@ -1,0 +1,129 @@
+#include "optimizer/page_analysis.h"
+
+#include "core/modUtilit.h"
+#include "core/text_fold.h"
+#include "optimizer/frame_urls.h"
+#include "optimizer/indexing_reasons.h"
+#include "optimizer/page_address.h"
+#include "optimizer/page_advice.h"
+
+#include <cmath>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace sondrel {
+
+namespace {
+
+// Occurrences that do not overlap, anywhere in the text.
+qsizetype countOf(QStringView foldedText, QStringView foldedNeedle)
+{
+    qsizetype count = 0;
+    if (foldedNeedle.isEmpty())
+        return count;
+    for (qsizetype at = indexOfExactly(foldedText, foldedNeedle); at >= 0;
+         at = indexOfExactly(foldedText, foldedNeedle, at + foldedNeedle.size()))
+        ++count;
+    return count;
+}
+
+Verdict verdictOf(float density, DensityBand band)
+{
+    if (density < band.low)
+        return Verdict::TooFew;
+    return density <= band.high ? Verdict::Good : Verdict::TooMany;
+}
+
+KeywordUse useOf(const QString &keyword, QStringView foldedText, qint32 words, DensityBand band)
+{
+    KeywordUse use;
+    use.keyword = keyword;
+    const QString searched = folded(CollapseSpaces(trimBlanks(keyword).toString()));
+    use.matches = shortCount(countOf(foldedText, searched));
+    // In two steps, each to the even digit, and in single precision: bounds are compared with the outcome.
+    constexpr double Hundredths = 100;
+    const double percent = words > 0 ? std::nearbyint(Hundredths * use.matches / words) : 0;
+    const auto density = static_cast<float>(percent / Hundredths);
+    use.density = QString::number(static_cast<qint64>(percent)) + u'%';
+    use.verdict = verdictOf(density, band);
+    return use;
+}
+
+} // namespace
+
+qint32 countBodyWords(const QString &body)
+{
+    return body.isEmpty() ? 0 : static_cast<qint32>(body.count(u' ') + 2);
+}
+
+qint16 countDescriptionWords(const QString &description)
+{
+    return description.isEmpty() ? qint16(0) : shortCount(description.count(u' ') + 1);
+}
+
+DensityBand bodyBandOf(qint32 words)
+{
+    if (words < 300)
+        return {0.05F, 0.1F};
+    return words <= 800 ? DensityBand{0.03F, 0.05F} : DensityBand{0.01F, 0.03F};
+}
+
+DensityBand descriptionBandOf(qsizetype length)
+{
+    if (length < 20)
+        return {0.2F, 0.3F};
+    return length <= 100 ? DensityBand{0.1F, 0.2F} : DensityBand{0.05F, 0.1F};
+}
+
+std::vector<KeywordUse> keywordUses(const QString &keywords, const QString &text, qint32 words,
+                                    DensityBand band)
+{
+    const QString foldedText = folded(text);
+    std::vector<KeywordUse> uses;
+    for (const QString &keyword : keywords.split(u',', Qt::SkipEmptyParts))
+        uses.push_back(useOf(keyword, foldedText, words, band));
+    return uses;
+}
+
+PageAnalysis analysePage(ApplicationContext &app, const QString &siteURL, const QString &pageText,
+                         const OptimizerSteps &step)
+{
+    const auto reach = [&](int number) {
+        if (step)
+            step(number);
+    };
+    const QString foldedPage = folded(pageText);
+    PageAnalysis page;
+    page.siteURL = siteURL;
+    page.address = pageAddress(siteURL);
+    page.pageLength = pageText.size();
+    page.tags = retrieveMetaTag(app, pageText);
+    page.bodyWords = countBodyWords(page.tags.body);
+    page.descriptionWords = countDescriptionWords(page.tags.description);
+    page.bodyBand = bodyBandOf(page.bodyWords);
+    page.descriptionBand = descriptionBandOf(page.tags.description.size());
+    reach(3);
+    reach(4);
+    reach(5);
+    page.keywordAdvice = keywordAdvice(page.tags.keywords);
+    reach(6);
+    reach(7);
+    page.descriptionAdvice = descriptionAdvice(page.tags.description);
+    reach(8);
+    page.titleAdvice = titleAdvice(page.tags.title);
+    page.isFrameset = indexOfExactly(foldedPage, u"<frameset") >= 0;
+    if (page.isFrameset)
+        page.frameWarning = frameWarning();
+    page.contentsAdvice = contentsAdvice(page.bodyWords);
+    reach(9);
+    if (page.isFrameset)
+        page.frameAdvice = frameAdvice(GetFramesetURL(app, pageText, siteURL));
+    page.bodyRows = keywordUses(page.tags.keywords, page.tags.body, page.bodyWords, page.bodyBand);
+    page.descriptionRows =
+        keywordUses(page.tags.keywords, page.tags.description, page.descriptionWords, page.descriptionBand);
+    reach(10);
+    page.reasons = indexingReasons(foldedPage, siteURL, page.bodyWords, app.deployment.ExampleURL);
+    return page;
+}
+
+} // namespace sondrel
