@@ -2,6 +2,7 @@
 
 #include "core/icu_converter.h"
 
+#include <algorithm>
 #include <array>
 #include <map>
 #include <numeric>
@@ -17,6 +18,24 @@ constexpr unsigned LastAscii = 0x7F;
 constexpr unsigned LastControl = 0x9F;
 constexpr char16_t PrivateUse = 0xF700;
 constexpr char16_t Replacement = 0xFFFD;
+
+// Pages are ASCII for the most part. The loops over a block of it have no way out but their end, so that the
+// compiler makes them work on many bytes at a time.
+constexpr qsizetype Block = 64;
+
+bool isAscii(const char *bytes)
+{
+    unsigned char any = 0;
+    for (qsizetype i = 0; i < Block; ++i)
+        any = static_cast<unsigned char>(any | static_cast<unsigned char>(bytes[i]));
+    return any <= LastAscii;
+}
+
+void widen(const char *bytes, QChar *out)
+{
+    for (qsizetype i = 0; i < Block; ++i)
+        out[i] = QChar(char16_t{static_cast<unsigned char>(bytes[i])});
+}
 
 } // namespace
 
@@ -42,6 +61,9 @@ CodePage::CodePage(int number, std::unique_ptr<IcuConverter> converter)
         break;
     }
     addFreeBytes();
+    m_leavesAscii = m_units.size() > LastAscii;
+    for (unsigned byte = 0; m_leavesAscii && byte <= LastAscii; ++byte)
+        m_leavesAscii = m_units[byte] == byte;
 }
 
 CodePage::~CodePage() = default;
@@ -135,8 +157,16 @@ QString CodePage::fromBytes(QByteArrayView bytes) const
         return doubleFromBytes(bytes);
     QString text(bytes.size(), Qt::Uninitialized);
     QChar *out = text.data();
-    for (const char byte : bytes)
-        *out++ = m_units[static_cast<unsigned char>(byte)];
+    const char *in = bytes.begin();
+    while (in != bytes.end()) {
+        const auto size = std::min<qsizetype>(Block, bytes.end() - in);
+        if (size == Block && m_leavesAscii && isAscii(in))
+            widen(in, out);
+        else
+            std::transform(in, in + size, out, [this](char byte) { return unitOf(byte); });
+        in += size;
+        out += size;
+    }
     return text;
 }
 

@@ -49,11 +49,13 @@ private:
     void addFreeBytes();
     QByteArray doubleToBytes(QStringView text) const;
     QString doubleFromBytes(QByteArrayView bytes) const;
+    QChar unitOf(char byte) const { return m_units[static_cast<unsigned char>(byte)]; }
 
     int m_number;
     std::unique_ptr<IcuConverter> m_converter;
     std::vector<quint16> m_values; // by unit
     std::vector<char16_t> m_units; // by value; 256 of single-byte pages, 65536 of double-byte ones
+    bool m_leavesAscii = false;    // the first 128 units are the characters of their own value
 };
 
 } // namespace sondrel

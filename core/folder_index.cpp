@@ -1,11 +1,11 @@
 #include "core/folder_index.h"
 
+#include "core/native_file.h"
 #include "core/text_fold.h"
 
 #include <QFile>
 
 #include <dirent.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -16,30 +16,22 @@ namespace sondrel {
 
 namespace {
 
-constexpr qint64 Second = 1'000'000'000;
 // File times move in ticks of up to 10 ms: two changes within one bear the same time.
 constexpr qint64 Tick = 20'000'000;
-
-qint64 nanoseconds(const timespec &time)
-{
-    return static_cast<qint64>(time.tv_sec) * Second + time.tv_nsec;
-}
 
 qint64 systemTime()
 {
     timespec now = {};
     clock_gettime(CLOCK_REALTIME, &now);
-    return nanoseconds(now);
+    return static_cast<qint64>(now.tv_sec) * 1'000'000'000 + now.tv_nsec;
 }
 
 } // namespace
 
 qint64 folderTime(const QString &folder)
 {
-    struct stat info = {};
-    if (::stat(QFile::encodeName(folder).constData(), &info) != 0 || !S_ISDIR(info.st_mode))
-        return -1;
-    return nanoseconds(info.st_mtim);
+    const auto status = statusOf(folder);
+    return status && S_ISDIR(status->st_mode) ? changeTime(*status) : -1;
 }
 
 std::size_t FolderIndex::FoldedHash::operator()(const QString &name) const noexcept
@@ -71,9 +63,8 @@ void FolderIndex::read(const QString &folder, Names &names)
     }
 }
 
-std::optional<QString> FolderIndex::spelling(const QString &folder, const QString &name)
+std::optional<QString> FolderIndex::spelling(const QString &folder, qint64 changed, const QString &name)
 {
-    const qint64 changed = folderTime(folder);
     if (changed < 0) {
         m_folders.erase(folder);
         return std::nullopt;
@@ -89,10 +80,11 @@ std::optional<QString> FolderIndex::spelling(const QString &folder, const QStrin
     return *std::min_element(begin, end);
 }
 
-FolderIndex::OwnChange::OwnChange(FolderIndex &index, const QString &folder) : m_folder(folder)
+FolderIndex::OwnChange::OwnChange(FolderIndex &index, const QString &folder, qint64 changed)
+    : m_folder(folder)
 {
     const auto names = index.m_folders.find(folder);
-    if (names != index.m_folders.end() && names->second.changed == folderTime(folder))
+    if (names != index.m_folders.end() && names->second.changed == changed)
         m_names = &names->second;
 }
 

@@ -21,17 +21,20 @@ class FolderIndex
     struct Names;
 
 public:
-    /// How the folder spells that name; nothing when no name equals it but for case. Of several the first in
-    /// order of characters.
-    std::optional<QString> spelling(const QString &folder, const QString &name);
+    /// How the folder, whose time is changed, spells that name; nothing when no name equals it but for case.
+    /// Of several the first in order of characters.
+    std::optional<QString> spelling(const QString &folder, qint64 changed, const QString &name);
 
-    /// Stands while the program itself changes a folder; what it did is told afterwards.
+    /// Stands while the program itself changes a folder, whose time is changed before; what it did is told
+    /// afterwards.
     class OwnChange
     {
     public:
-        OwnChange(FolderIndex &index, const QString &folder);
+        OwnChange(FolderIndex &index, const QString &folder, qint64 changed);
         void added(const QString &name);
         void removed(const QString &name);
+        /// The folder's time now, as far as it is known.
+        qint64 changed() const { return m_names ? m_names->changed : -1; }
 
     private:
         QString m_folder;

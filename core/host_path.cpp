@@ -69,11 +69,13 @@ struct HostPath::Place
 
 struct HostPath::Entry
 {
-    QString folder;
+    Directory folder;
     QString name;
-    mode_t mode = 0; // 0 when it is not there
+    mode_t mode = 0;     // 0 when it is not there
+    qint64 changed = -1; // its time; -1 when that is not known
 
-    QString path() const { return folder + u'/' + name; }
+    QString path() const { return folder.path + u'/' + name; }
+    Directory asFolder() const { return {path(), changed}; }
     bool isThere() const { return mode != 0; }
     bool isFile() const { return S_ISREG(mode); }
     bool isFolder() const { return S_ISDIR(mode); }
@@ -81,7 +83,16 @@ struct HostPath::Entry
     static Entry of(const QString &native)
     {
         const qsizetype cut = native.lastIndexOf(u'/');
-        return {cut < 0 ? u"."_s : native.first(cut), native.sliced(cut + 1), modeOf(native)};
+        return at({cut < 0 ? u"."_s : native.first(cut), -1}, native.sliced(cut + 1));
+    }
+    static Entry at(const Directory &folder, const QString &name)
+    {
+        Entry result{folder, name};
+        if (const auto status = linkStatusOf(result.path())) {
+            result.mode = status->st_mode;
+            result.changed = changeTime(*status);
+        }
+        return result;
     }
     QString kind() const { return isFolder() ? u"it is a folder"_s : u"it is not a file"_s; }
 };
@@ -105,14 +116,19 @@ bool HostPath::isFileName(const QString &name)
     return name.size() <= LongestName / 3 || QFile::encodeName(name).size() <= LongestName;
 }
 
+const QString &HostPath::checkedName(const QString &name)
+{
+    if (!isFileName(name))
+        throw Failure(u"\""_s + name + u"\" cannot be the name of a file"_s);
+    return name;
+}
+
 QString HostPath::compose(const QString &root, std::initializer_list<QString> components)
 {
     QString path = root;
     for (const QString &component : components) {
-        if (!isFileName(component))
-            throw Failure(u"\""_s + component + u"\" cannot be the name of a file"_s);
         path += u'\\';
-        path += component;
+        path += checkedName(component);
     }
     return path;
 }
@@ -137,29 +153,34 @@ std::optional<HostPath::Place> HostPath::divide(const QString &path) const
     return Place{};
 }
 
-HostPath::Entry HostPath::entry(const QString &folder, const QString &name) const
+HostPath::Entry HostPath::entry(const Directory &folder, const QString &name) const
 {
-    Entry result{folder, name, modeOf(folder + u'/' + name)};
+    Entry result = Entry::at(folder, name);
     if (result.isThere())
         return result;
-    if (const auto spelling = m_index.spelling(folder, name)) {
-        result.name = *spelling;
-        result.mode = modeOf(result.path());
-    }
-    return result;
+    result.folder = known(folder);
+    const auto spelling = m_index.spelling(folder.path, result.folder.changed, name);
+    return spelling ? Entry::at(result.folder, *spelling) : result;
+}
+
+HostPath::Directory HostPath::known(Directory folder)
+{
+    if (folder.changed < 0)
+        folder.changed = folderTime(folder.path);
+    return folder;
 }
 
 // The path of a place that does not exist as spelled, or not at all.
 QString HostPath::respelled(const Place &place) const
 {
-    QString result = place.root;
+    Directory result{place.root};
     for (const QString &name : place.names) {
         const Entry next = entry(result, name);
         // A folder has one index, by whichever of its spellings it is reached.
         const Entry beside = next.isLink() ? sibling(next) : next;
-        result = beside.isFolder() ? beside.path() : next.path();
+        result = beside.isFolder() ? beside.asFolder() : Directory{next.path()};
     }
-    return result;
+    return result.path;
 }
 
 std::optional<QString> HostPath::find(const QString &path) const
@@ -201,9 +222,8 @@ HostPath::Entry HostPath::sibling(const Entry &link)
     const QString name = QFile::decodeName(QByteArray(text.data(), std::max<qsizetype>(length, 0)));
     if (!isFileName(name))
         return {};
-    const QString path = link.folder + u'/' + name;
-    const mode_t mode = modeOf(path);
-    return S_ISLNK(mode) ? Entry{} : Entry{link.folder, name, mode};
+    Entry result = Entry::at(link.folder, name);
+    return result.isLink() ? Entry{} : result;
 }
 
 // What a link of any kind stands for, when that lies below a root.
@@ -218,7 +238,7 @@ HostPath::Entry HostPath::followed(const Entry &link) const
 }
 
 // A folder to write in, or to be made.
-HostPath::Entry HostPath::folderEntry(const QString &folder, const QString &name) const
+HostPath::Entry HostPath::folderEntry(const Directory &folder, const QString &name) const
 {
     Entry result = entry(folder, name);
     if (!result.isLink())
@@ -238,23 +258,29 @@ HostPath::Entry HostPath::target(const QString &path) const
         return Entry::of(canonicalPath(path).value_or(path));
     if (place->names.isEmpty())
         fail(u"Cannot write"_s, path, u"it is a folder"_s);
-    QString folder = place->root;
+    Directory folder{place->root};
     for (qsizetype i = 0; i < place->names.size() - 1; ++i)
-        folder = folderEntry(folder, place->names[i]).path();
-    const Entry result = entry(folder, place->names.constLast());
-    const Entry beside = result.isLink() ? sibling(result) : result;
+        folder = folderEntry(folder, place->names[i]).asFolder();
+    return targetIn(folder, place->names.constLast());
+}
+
+HostPath::Entry HostPath::targetIn(const Directory &folder, const QString &name) const
+{
+    Entry result = entry(folder, name);
+    if (!result.isLink())
+        return result;
+    Entry beside = sibling(result);
     return equalsIgnoringCase(beside.name, result.name) ? beside : result;
 }
 
-// As target, for bytes: a link that somebody else made is followed.
-HostPath::Entry HostPath::fileToWrite(const QString &path) const
+// The target, for bytes: a link that somebody else made is followed.
+HostPath::Entry HostPath::fileToWrite(Entry target) const
 {
-    Entry result = target(path);
-    if (result.isLink() && sibling(result).name.isEmpty())
-        result = followed(result);
-    if (result.isThere() && !result.isFile() && !result.isLink())
-        fail(u"Cannot write"_s, result.path(), result.kind());
-    return result;
+    if (target.isLink() && sibling(target).name.isEmpty())
+        target = followed(target);
+    if (target.isThere() && !target.isFile() && !target.isLink())
+        fail(u"Cannot write"_s, target.path(), target.kind());
+    return target;
 }
 
 bool HostPath::fileExists(const QString &path) const
@@ -294,86 +320,140 @@ QByteArray HostPath::readAll(const QString &path) const
     return *std::move(bytes);
 }
 
-void HostPath::replace(const QString &path, QByteArrayView bytes, bool flush)
+FolderIndex::OwnChange HostPath::ownChange(const Directory &folder)
+{
+    return FolderIndex::OwnChange(m_index, folder.path, known(folder).changed);
+}
+
+void HostPath::replace(Entry &file, std::initializer_list<QByteArrayView> pieces, bool flush)
 {
     const QString what = u"Cannot write"_s;
-    const Entry file = fileToWrite(path);
     // The folder's permission alone decides over a rename; a file that is not to be written stays.
     if (file.isFile() && ::access(QFile::encodeName(file.path()).constData(), W_OK) != 0)
         failWithSystemError(what, file.path());
-    FolderIndex::OwnChange change(m_index, file.folder);
-    TemporaryFile copy(file.folder);
-    if (!copy.isOpen() || copy.file().write(bytes) != bytes.size() ||
+    FolderIndex::OwnChange change = ownChange(file.folder);
+    TemporaryFile copy(file.folder.path);
+    if (!copy.isOpen() || !copy.file().writeAll(pieces) ||
         (file.isFile() && ::fchmod(copy.file().descriptor(), file.mode & 07777) != 0) ||
         (flush && ::fsync(copy.file().descriptor()) != 0) || !copy.moveTo(file.path()))
         failWithSystemError(what, file.path());
     change.added(file.name);
+    file.folder.changed = change.changed();
 }
 
-void HostPath::writeAll(const QString &path, QByteArrayView bytes)
+AppendFile HostPath::openToAppend(Entry &file)
 {
-    replace(path, bytes, true);
-}
-
-void HostPath::writeUnflushed(const QString &path, QByteArrayView bytes)
-{
-    replace(path, bytes, false);
-}
-
-AppendFile HostPath::openToAppend(const QString &path)
-{
-    const Entry file = fileToWrite(path);
     if (file.isFile())
         return AppendFile(file.path(), O_WRONLY | O_APPEND);
-    FolderIndex::OwnChange change(m_index, file.folder);
+    FolderIndex::OwnChange change = ownChange(file.folder);
     if (file.isLink() && ::unlink(QFile::encodeName(file.path()).constData()) != 0)
         failWithSystemError(u"Cannot write"_s, file.path());
     AppendFile result(file.path(), O_WRONLY | O_APPEND | O_CREAT);
     change.added(file.name);
+    file.folder.changed = change.changed();
     return result;
 }
 
-void HostPath::remove(const QString &path)
+void HostPath::remove(Entry &file)
 {
     const QString what = u"Cannot remove"_s;
-    const Entry file = target(path);
     if (!file.isThere())
         return;
     if (file.isFolder())
         fail(what, file.path(), file.kind());
-    FolderIndex::OwnChange change(m_index, file.folder);
+    FolderIndex::OwnChange change = ownChange(file.folder);
     if (::unlink(QFile::encodeName(file.path()).constData()) != 0)
         failWithSystemError(what, file.path());
     change.removed(file.name);
+    file.folder.changed = change.changed();
 }
 
-void HostPath::makeFolder(const QString &path)
+void HostPath::writeAll(const QString &path, QByteArrayView bytes)
+{
+    Entry file = fileToWrite(target(path));
+    replace(file, {bytes}, true);
+}
+
+void HostPath::writeUnflushed(const QString &path, QByteArrayView bytes)
+{
+    Entry file = fileToWrite(target(path));
+    replace(file, {bytes}, false);
+}
+
+AppendFile HostPath::openToAppend(const QString &path)
+{
+    Entry file = fileToWrite(target(path));
+    return openToAppend(file);
+}
+
+void HostPath::remove(const QString &path)
+{
+    Entry file = target(path);
+    remove(file);
+}
+
+HostPath::Entry HostPath::Folder::target(const QString &name) const
+{
+    return m_files.targetIn(m_place, checkedName(name));
+}
+
+// What follows a link can have gone to another folder.
+void HostPath::Folder::keepTime(const Entry &written)
+{
+    if (written.folder.path == m_place.path)
+        m_place.changed = written.folder.changed;
+}
+
+void HostPath::Folder::writeUnflushed(const QString &name, std::initializer_list<QByteArrayView> pieces)
+{
+    Entry file = m_files.fileToWrite(target(name));
+    m_files.replace(file, pieces, false);
+    keepTime(file);
+}
+
+AppendFile HostPath::Folder::openToAppend(const QString &name)
+{
+    Entry file = m_files.fileToWrite(target(name));
+    AppendFile result = m_files.openToAppend(file);
+    keepTime(file);
+    return result;
+}
+
+void HostPath::Folder::remove(const QString &name)
+{
+    Entry file = target(name);
+    m_files.remove(file);
+    keepTime(file);
+}
+
+HostPath::Folder HostPath::folder(const QString &path)
 {
     const QString what = u"Cannot make the folder"_s;
-    if (folderExists(path))
-        return;
     const auto place = divide(path);
     if (!place)
         fail(what, path, u"it cannot be the name of a file"_s);
-    if (place->names.isEmpty()) {
-        const QString native = place->root.isEmpty() ? path : place->root;
-        if (!QDir().mkpath(native))
-            failWithSystemError(what, native);
-        return;
-    }
-    QString folder = place->root;
+    Directory folder{place->root.isEmpty() ? path : place->root};
+    if (place->names.isEmpty() && !QDir().mkpath(folder.path))
+        failWithSystemError(what, folder.path);
     for (const QString &name : place->names) {
         const Entry next = folderEntry(folder, name);
         if (next.isThere() && !next.isFolder())
             fail(what, next.path(), u"a file is in its place"_s);
         if (!next.isThere()) {
-            FolderIndex::OwnChange change(m_index, next.folder);
+            FolderIndex::OwnChange change = ownChange(next.folder);
             if (::mkdir(QFile::encodeName(next.path()).constData(), 0777) != 0)
                 failWithSystemError(what, next.path());
             change.added(next.name);
         }
-        folder = next.path();
+        folder = next.asFolder();
     }
+    return Folder(*this, std::move(folder));
+}
+
+void HostPath::makeFolder(const QString &path)
+{
+    if (!folderExists(path))
+        folder(path);
 }
 
 void HostPath::linkBeside(const QString &target, const QString &linkName)
@@ -381,13 +461,13 @@ void HostPath::linkBeside(const QString &target, const QString &linkName)
     if (!isFileName(linkName))
         return;
     const Entry file = this->target(target);
-    const Entry link{file.folder, linkName, modeOf(file.folder + u'/' + linkName)};
+    const Entry link = Entry::at(file.folder, linkName);
     if (linkName == file.name || (link.isThere() && !link.isLink()) ||
         (link.isLink() && sibling(link).name == file.name))
         return;
     const QString what = u"Cannot make the link"_s;
     const QByteArray native = QFile::encodeName(link.path());
-    FolderIndex::OwnChange change(m_index, link.folder);
+    FolderIndex::OwnChange change = ownChange(link.folder);
     if (link.isLink() && ::unlink(native.constData()) != 0)
         failWithSystemError(what, link.path());
     if (::symlink(QFile::encodeName(file.name).constData(), native.constData()) == 0)

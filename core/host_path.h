@@ -10,6 +10,7 @@
 
 #include <initializer_list>
 #include <optional>
+#include <utility>
 
 namespace sondrel {
 
@@ -40,11 +41,13 @@ class HostPath
 public:
     explicit HostPath(QStringList roots);
 
-    /// root + "\" + components. Throws Failure when a component cannot be a file name: it is empty, "." or
-    /// "..", holds "/", "\" or a control character of ASCII, or has more than 255 bytes.
+    /// root + "\" + components. Throws Failure when a component cannot be a file name.
     static QString compose(const QString &root, std::initializer_list<QString> components);
-    /// True when the text can be the name of a file or folder.
+    /// True when the text can be the name of a file or folder: it is not empty, "." or "..", holds no "/",
+    /// "\" or control character of ASCII, and has at most 255 bytes.
     static bool isFileName(const QString &name);
+    /// The name; throws Failure when it cannot be that of a file.
+    static const QString &checkedName(const QString &name);
 
     /// The path in the system's spelling: existing files and folders as they are spelled on disk, new ones as
     /// given. Nothing when a component cannot be a file name.
@@ -61,6 +64,9 @@ public:
     void writeAll(const QString &path, QByteArrayView bytes);
     /// As writeAll, for files that can be fetched again: renamed into place, not flushed to the disk first.
     void writeUnflushed(const QString &path, QByteArrayView bytes);
+    class Folder;
+    /// The folder, made when it is missing. Throws Failure.
+    Folder folder(const QString &path);
     /// Opens the file to add to its end; makes it when it is missing. Throws Failure.
     AppendFile openToAppend(const QString &path);
     void append(const QString &path, QByteArrayView bytes) { openToAppend(path).append(bytes); }
@@ -77,21 +83,52 @@ public:
 private:
     struct Place; // a path divided into root and components
     struct Entry; // one name in a folder, as it stands on disk
+    // A folder as the system spells it, and its time; -1 when that is not known.
+    struct Directory
+    {
+        QString path;
+        qint64 changed = -1;
+    };
 
     std::optional<Place> divide(const QString &path) const;
     QString respelled(const Place &place) const;
     std::optional<struct stat> status(const QString &path) const;
-    Entry entry(const QString &folder, const QString &name) const;
-    Entry folderEntry(const QString &folder, const QString &name) const;
+    Entry entry(const Directory &folder, const QString &name) const;
+    Entry folderEntry(const Directory &folder, const QString &name) const;
     static Entry sibling(const Entry &link);
     Entry followed(const Entry &link) const;
     bool isInside(const QString &canonical) const;
     Entry target(const QString &path) const;
-    Entry fileToWrite(const QString &path) const;
-    void replace(const QString &path, QByteArrayView bytes, bool flush);
+    Entry targetIn(const Directory &folder, const QString &name) const;
+    Entry fileToWrite(Entry target) const;
+    static Directory known(Directory folder);
+    FolderIndex::OwnChange ownChange(const Directory &folder);
+    // These three keep the time of the file's folder up to date.
+    void replace(Entry &file, std::initializer_list<QByteArrayView> pieces, bool flush);
+    AppendFile openToAppend(Entry &file);
+    void remove(Entry &file);
 
     QStringList m_roots;
     mutable FolderIndex m_index;
+};
+
+/// A folder that is looked up once for several files to be written in it. Outlived by its HostPath.
+class HostPath::Folder
+{
+public:
+    /// Like those of HostPath, for a file of this folder. Bytes may come in pieces.
+    void writeUnflushed(const QString &name, std::initializer_list<QByteArrayView> pieces);
+    AppendFile openToAppend(const QString &name);
+    void remove(const QString &name);
+
+private:
+    friend class HostPath;
+    Folder(HostPath &files, Directory place) : m_files(files), m_place(std::move(place)) {}
+    Entry target(const QString &name) const;
+    void keepTime(const Entry &written);
+
+    HostPath &m_files;
+    Directory m_place;
 };
 
 } // namespace sondrel

@@ -17,8 +17,21 @@ namespace sondrel {
 
 mode_t modeOf(const QString &path)
 {
+    const auto status = linkStatusOf(path);
+    return status ? status->st_mode : 0;
+}
+
+std::optional<struct stat> linkStatusOf(const QString &path)
+{
     struct stat info = {};
-    return ::lstat(QFile::encodeName(path).constData(), &info) == 0 ? info.st_mode : 0;
+    if (::lstat(QFile::encodeName(path).constData(), &info) != 0)
+        return std::nullopt;
+    return info;
+}
+
+qint64 changeTime(const struct stat &status)
+{
+    return static_cast<qint64>(status.st_mtim.tv_sec) * 1'000'000'000 + status.st_mtim.tv_nsec;
 }
 
 std::optional<struct stat> statusOf(const QString &path)
@@ -79,6 +92,12 @@ qsizetype NativeFile::write(QByteArrayView bytes) const
         done += count;
     }
     return done;
+}
+
+bool NativeFile::writeAll(std::initializer_list<QByteArrayView> pieces) const
+{
+    return std::all_of(pieces.begin(), pieces.end(),
+                       [this](QByteArrayView piece) { return write(piece) == piece.size(); });
 }
 
 bool NativeFile::close()

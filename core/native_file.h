@@ -6,6 +6,7 @@
 
 #include <sys/stat.h>
 
+#include <initializer_list>
 #include <optional>
 #include <utility>
 
@@ -15,6 +16,12 @@ namespace sondrel {
 
 /// Kind and permissions of what stands at a path, a link being itself; 0 when nothing does.
 mode_t modeOf(const QString &path);
+
+/// What stands at a path, a link being itself; nothing when nothing does.
+std::optional<struct stat> linkStatusOf(const QString &path);
+
+/// Time of the last change in nanoseconds.
+qint64 changeTime(const struct stat &status);
 
 /// What stands at a path, links followed; nothing when nothing does.
 std::optional<struct stat> statusOf(const QString &path);
@@ -37,6 +44,7 @@ public:
     std::optional<QByteArray> readAll() const;
     /// How many bytes could be written; fewer than all when it failed.
     qsizetype write(QByteArrayView bytes) const;
+    bool writeAll(std::initializer_list<QByteArrayView> pieces) const;
     /// False when the system tells only now that a write has failed.
     bool close();
 

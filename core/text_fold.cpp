@@ -23,6 +23,8 @@ const std::array<char16_t, 0x10000> &foldTable()
 // Pages are folded and searched in blocks: the loops over one have no way out but their end, so that the
 // compiler makes them work on many units at a time.
 constexpr qsizetype Block = 64;
+constexpr qsizetype LongBlock = 4 * Block;
+constexpr char16_t LastLatin1 = 0xFF;
 
 bool isAscii(const char16_t *units)
 {
@@ -32,21 +34,57 @@ bool isAscii(const char16_t *units)
     return any < 0x80;
 }
 
-void foldAscii(const char16_t *in, char16_t *out)
+template <typename Unit, typename Result>
+void foldAscii(const char16_t *in, Result *out)
 {
     for (qsizetype i = 0; i < Block; ++i) {
-        const auto offset = static_cast<char16_t>(in[i] - u'A');
-        out[i] = static_cast<char16_t>(in[i] + (offset < 26 ? 32 : 0));
+        const auto unit = static_cast<Unit>(in[i]);
+        const auto offset = static_cast<Unit>(unit - u'A');
+        out[i] = static_cast<Result>(unit + (offset < 26 ? 32 : 0));
     }
 }
 
-// Whether there is a place in the block where head holds first and tail holds last.
-bool holdsBoth(const char16_t *head, char16_t first, const char16_t *tail, char16_t last)
+// Whether there is a place in the first units where head holds first and tail holds last.
+template <qsizetype Size, typename Unit>
+bool holdsBoth(const Unit *head, Unit first, const Unit *tail, Unit last)
 {
-    char16_t any = 0;
-    for (qsizetype i = 0; i < Block; ++i)
-        any = static_cast<char16_t>(any | ((head[i] == first) & (tail[i] == last)));
+    Unit any = 0;
+    for (qsizetype i = 0; i < Size; ++i)
+        any = static_cast<Unit>(any | ((head[i] == first) & (tail[i] == last)));
     return any != 0;
+}
+
+template <typename Unit>
+qsizetype indexOf(const Unit *units, qsizetype size, const Unit *needle, qsizetype needleSize, qsizetype from)
+{
+    if (needleSize == 0)
+        return from <= size ? from : -1;
+    const qsizetype reach = needleSize - 1;
+    const Unit first = needle[0];
+    const Unit last = needle[reach];
+    const auto bytes = static_cast<std::size_t>(needleSize) * sizeof(Unit);
+    const qsizetype end = size - reach; // behind the last place where it fits
+    qsizetype looked = from;            // how far long blocks have been looked through
+    for (qsizetype at = from; at < end;) {
+        if (at >= looked) {
+            looked = at + LongBlock;
+            if (looked <= end && !holdsBoth<LongBlock>(units + at, first, units + at + reach, last)) {
+                at = looked;
+                continue;
+            }
+        }
+        const qsizetype stop = std::min(at + Block, end);
+        if (stop - at == Block && !holdsBoth<Block>(units + at, first, units + at + reach, last)) {
+            at = stop;
+            continue;
+        }
+        for (; at < stop; ++at) {
+            if (units[at] == first && units[at + reach] == last &&
+                std::memcmp(units + at, needle, bytes) == 0)
+                return at;
+        }
+    }
+    return -1;
 }
 
 } // namespace
@@ -65,11 +103,36 @@ QString folded(QStringView text)
     const char16_t *const end = in + text.size();
     for (; end - in >= Block; in += Block, out += Block) {
         if (isAscii(in))
-            foldAscii(in, out);
+            foldAscii<char16_t>(in, out);
         else
             std::transform(in, in + Block, out, [&](char16_t unit) { return table[unit]; });
     }
     std::transform(in, end, out, [&](char16_t unit) { return table[unit]; });
+    return result;
+}
+
+std::optional<QByteArray> foldedLatin1(QStringView text)
+{
+    QByteArray result(text.size(), Qt::Uninitialized);
+    const auto &table = foldTable();
+    const char16_t *in = text.utf16();
+    const char16_t *const end = in + text.size();
+    char16_t any = 0;
+    for (char *out = result.data(); in != end;) {
+        const auto size = std::min<qsizetype>(Block, end - in);
+        if (size == Block && isAscii(in)) {
+            foldAscii<unsigned char>(in, out);
+        } else {
+            std::transform(in, in + size, out, [&](char16_t unit) {
+                any = std::max(any, table[unit]);
+                return static_cast<char>(table[unit]);
+            });
+            if (any > LastLatin1)
+                return std::nullopt;
+        }
+        in += size;
+        out += size;
+    }
     return result;
 }
 
@@ -111,27 +174,12 @@ bool containsIgnoringCase(QStringView text, QStringView needle)
 
 qsizetype indexOfExactly(QStringView text, QStringView needle, qsizetype from)
 {
-    if (needle.isEmpty())
-        return from <= text.size() ? from : -1;
-    const char16_t first = needle.front().unicode();
-    const char16_t last = needle.back().unicode();
-    const qsizetype reach = needle.size() - 1;
-    const auto bytes = static_cast<std::size_t>(needle.size()) * sizeof(char16_t);
-    const char16_t *const units = text.utf16();
-    const qsizetype end = text.size() - reach; // behind the last place where it fits
-    for (qsizetype at = from; at < end;) {
-        const qsizetype stop = std::min(at + Block, end);
-        if (stop - at == Block && !holdsBoth(units + at, first, units + at + reach, last)) {
-            at = stop;
-            continue;
-        }
-        for (; at < stop; ++at) {
-            if (units[at] == first && units[at + reach] == last &&
-                std::memcmp(units + at, needle.utf16(), bytes) == 0)
-                return at;
-        }
-    }
-    return -1;
+    return indexOf(text.utf16(), text.size(), needle.utf16(), needle.size(), from);
+}
+
+qsizetype indexOfExactly(QByteArrayView text, QByteArrayView needle, qsizetype from)
+{
+    return indexOf(text.data(), text.size(), needle.data(), needle.size(), from);
 }
 
 QString replacedIgnoringCase(const QString &text, QStringView needle, QStringView replacement)

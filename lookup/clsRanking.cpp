@@ -142,7 +142,7 @@ bool clsRanking::finish(clsSearchKeyword &search, int slot, int errorCode, const
         m_keywords->UpdateObject(keyword, u"Status"_s, u"Failed"_s);
         return true;
     }
-    const FetchedPage page{data, m_app.fromBytes(data)};
+    const FetchedPage page{data, PageText(m_app.fromBytes(data))};
     search.GetResult(page);
     if (!m_cancelled && continueWithNextPage(search, slot, page.text))
         return false;
@@ -150,7 +150,7 @@ bool clsRanking::finish(clsSearchKeyword &search, int slot, int errorCode, const
     return true;
 }
 
-bool clsRanking::continueWithNextPage(clsSearchKeyword &search, int slot, const QString &page)
+bool clsRanking::continueWithNextPage(clsSearchKeyword &search, int slot, const PageText &page)
 {
     if (search.LinksCount() >= m_account->LinksNum || search.LinksCount() <= search.LastLinksCount)
         return false;
@@ -163,7 +163,7 @@ bool clsRanking::continueWithNextPage(clsSearchKeyword &search, int slot, const 
     return true;
 }
 
-QString clsRanking::nextAddress(clsSearchKeyword &search, const QString &page) const
+QString clsRanking::nextAddress(clsSearchKeyword &search, const PageText &page) const
 {
     if (containsIgnoringCase(search.URL, u"espotting")) {
         // This engine is queried anew for each page; its address grows by each tail.

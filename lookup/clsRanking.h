@@ -55,8 +55,8 @@ private:
     void start(int slot, int number);
     void onCompleted(int slot, int errorCode, const QByteArray &data);
     bool finish(clsSearchKeyword &search, int slot, int errorCode, const QByteArray &data);
-    bool continueWithNextPage(clsSearchKeyword &search, int slot, const QString &page);
-    QString nextAddress(clsSearchKeyword &search, const QString &page) const;
+    bool continueWithNextPage(clsSearchKeyword &search, int slot, const PageText &page);
+    QString nextAddress(clsSearchKeyword &search, const PageText &page) const;
 
     ApplicationContext &m_app;
     QString m_engineName;

@@ -72,9 +72,8 @@ void clsSearchKeyword::GetResult(const FetchedPage &page)
     reportFailure(m_app, tag, [&] { files->append(record.listing, record.report); });
 }
 
-void clsSearchKeyword::analyse(const QString &text, const QString &copyName, PageRecord &record)
+void clsSearchKeyword::analyse(const PageText &page, const QString &copyName, PageRecord &record)
 {
-    const PageText page(text);
     if (Pages == 1)
         beginRun(page, record);
     add(record.report, "<br><b>Page "_L1, QString::number(Pages), ": </b><a href="_L1, copyName,

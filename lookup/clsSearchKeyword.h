@@ -8,7 +8,6 @@
 
 namespace sondrel {
 
-class PageText;
 class TrackedAddresses;
 struct Listing;
 
@@ -57,16 +56,16 @@ public:
     /// The address of the next result page: that of the last link in front of the engine's next-page text, or
     /// the folder of the page when it has none. Empty, with a line in the log, when the engine has no such
     /// text.
-    QString getNextURL(const QString &page);
+    QString getNextURL(const PageText &page);
 
 private:
     struct PageRecord;
 
-    void analyse(const QString &text, const QString &copyName, PageRecord &record);
+    void analyse(const PageText &page, const QString &copyName, PageRecord &record);
     void beginRun(const PageText &page, PageRecord &record);
     void recordListing(const Listing &listing, const TrackedAddresses &tracked, PageRecord &record);
     void storePosition(const QString &url, const QString &page);
-    QString nextLink(const QString &text);
+    QString nextLink(const PageText &page);
     QString completeAddress(QString link) const;
 
     ApplicationContext &m_app;

@@ -2,7 +2,6 @@
 
 #include "core/modCommon.h"
 #include "core/text_fold.h"
-#include "lookup/page_text.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -31,7 +30,7 @@ QStringView linkAt(QStringView text)
 
 } // namespace
 
-QString clsSearchKeyword::getNextURL(const QString &page)
+QString clsSearchKeyword::getNextURL(const PageText &page)
 {
     QString address;
     reportFailure(m_app, u"getNextURL_Error:"_s, [&] { address = completeAddress(nextLink(page)); });
@@ -39,9 +38,8 @@ QString clsSearchKeyword::getNextURL(const QString &page)
 }
 
 // The last link in front of the text that leads on; empty when there is none.
-QString clsSearchKeyword::nextLink(const QString &text)
+QString clsSearchKeyword::nextLink(const PageText &page)
 {
-    const PageText page(text);
     Piece rest = page.all();
     Piece area = page.takeSection(rest, Needle(ResultStartString), Needle(u"EndOfSetting"));
     if (NextPage1.isEmpty())

@@ -1,8 +1,9 @@
 // Marovia Sondrel - positions of web sites in search engine results
 #pragma once
 
+#include "lookup/page_text.h"
+
 #include <QByteArray>
-#include <QString>
 
 namespace sondrel {
 
@@ -10,7 +11,7 @@ namespace sondrel {
 struct FetchedPage
 {
     QByteArray bytes;
-    QString text;
+    PageText text;
 };
 
 } // namespace sondrel

@@ -23,8 +23,8 @@ KeywordFiles::KeywordFiles(ApplicationContext &app, const QString &resultsPath, 
       m_resultsFolder(folderBelow(resultsPath, engineName)),
       m_reportsFolder(folderBelow(reportsPath, projectName)),
       m_stem(engineName + u'_' + EncodedString(app, QString(keyword).replace(u' ', u'_'))),
-      m_listing(HostPath::compose(m_resultsFolder, {EncodedString(app, keyword) + u".dat"_s})),
-      m_report(HostPath::compose(m_reportsFolder, {m_stem + u".html"_s}))
+      m_listing(HostPath::checkedName(EncodedString(app, keyword) + u".dat"_s)),
+      m_report(HostPath::checkedName(m_stem + u".html"_s))
 {
 }
 
@@ -33,34 +33,33 @@ QString KeywordFiles::pageName(int page) const
     return m_stem + u"_p"_s + QString::number(page) + u".html"_s;
 }
 
-void KeywordFiles::makeFolders()
+void KeywordFiles::openFolders()
 {
-    m_app.files.makeFolder(m_resultsFolder);
-    if (m_app.files.folderExists(m_reportsFolder))
-        return;
-    ensureReportsFolder(m_app);
-    m_app.files.makeFolder(m_reportsFolder);
+    m_results.emplace(m_app.files.folder(m_resultsFolder));
+    if (!m_app.files.folderExists(m_reportsFolder))
+        ensureReportsFolder(m_app);
+    m_reports.emplace(m_app.files.folder(m_reportsFolder));
 }
 
 void KeywordFiles::savePage(int page, const QByteArray &bytes)
 {
-    const QString path = HostPath::compose(m_reportsFolder, {pageName(page)});
-    makeFolders();
-    m_app.files.writeUnflushed(path, bytes + "\r\n");
-    linkDecodedName(m_app, path);
+    const QString name = HostPath::checkedName(pageName(page));
+    openFolders();
+    m_reports->writeUnflushed(name, {bytes, "\r\n"});
+    linkDecodedName(m_app, m_reportsFolder + u'\\' + name);
 }
 
 void KeywordFiles::removeOld()
 {
-    m_app.files.remove(m_listing);
-    m_app.files.remove(m_report);
+    m_results.value().remove(m_listing);
+    m_reports.value().remove(m_report);
 }
 
 void KeywordFiles::open()
 {
-    m_openListing.emplace(m_app.files.openToAppend(m_listing));
-    m_openReport.emplace(m_app.files.openToAppend(m_report));
-    linkDecodedName(m_app, m_report);
+    m_openListing.emplace(m_results.value().openToAppend(m_listing));
+    m_openReport.emplace(m_reports.value().openToAppend(m_report));
+    linkDecodedName(m_app, m_reportsFolder + u'\\' + m_report);
 }
 
 void KeywordFiles::append(const QString &listing, const QString &report)

@@ -22,7 +22,7 @@ public:
     /// Name of the copy of a page, counted from 1, beside the report.
     QString pageName(int page) const;
 
-    /// Makes the folders and replaces the copy of that page by the bytes and CR LF.
+    /// Makes the folders and replaces the copy of that page by the bytes and CR LF. The first to be called.
     void savePage(int page, const QByteArray &bytes);
     /// Removes listing and report of an earlier run.
     void removeOld();
@@ -32,14 +32,16 @@ public:
     void append(const QString &listing, const QString &report);
 
 private:
-    void makeFolders();
+    void openFolders();
 
     ApplicationContext &m_app;
     QString m_resultsFolder;
     QString m_reportsFolder;
-    QString m_stem; // of the files in the reports folder
-    QString m_listing;
+    QString m_stem;    // of the files in the reports folder
+    QString m_listing; // names
     QString m_report;
+    std::optional<HostPath::Folder> m_results;
+    std::optional<HostPath::Folder> m_reports;
     std::optional<AppendFile> m_openListing;
     std::optional<AppendFile> m_openReport;
 };

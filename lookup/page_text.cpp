@@ -7,19 +7,31 @@
 
 namespace sondrel {
 
-Needle::Needle(QStringView text) : m_folded(sondrel::folded(text)) {}
+Needle::Needle(QStringView text) : m_folded(sondrel::folded(text)), m_latin1(sondrel::foldedLatin1(text)) {}
 
-PageText::PageText(QString text) : m_text(std::move(text)), m_folded(folded(m_text)) {}
+PageText::PageText(QString text) : m_text(std::move(text)), m_latin1(foldedLatin1(m_text))
+{
+    if (!m_latin1)
+        m_folded = folded(m_text);
+}
 
 qsizetype PageText::find(Piece in, qsizetype from, const Needle &needle) const
 {
-    return from < in.end ? indexOfExactly(QStringView(m_folded).first(in.end), needle.folded(), from) : -1;
+    if (from >= in.end)
+        return -1;
+    if (!m_latin1)
+        return indexOfExactly(QStringView(m_folded).first(in.end), needle.folded(), from);
+    const auto &latin1 = needle.foldedLatin1();
+    return latin1 ? indexOfExactly(QByteArrayView(*m_latin1).first(in.end), *latin1, from) : -1;
 }
 
 qsizetype PageText::findLast(Piece in, const Needle &needle) const
 {
-    const qsizetype at = QStringView(m_folded).sliced(in.begin, in.size()).lastIndexOf(needle.folded());
-    return at < 0 ? -1 : in.begin + at;
+    const auto position = [&](qsizetype at) { return at < 0 ? -1 : in.begin + at; };
+    if (!m_latin1)
+        return position(QStringView(m_folded).sliced(in.begin, in.size()).lastIndexOf(needle.folded()));
+    const auto &latin1 = needle.foldedLatin1();
+    return latin1 ? position(QByteArrayView(*m_latin1).sliced(in.begin, in.size()).lastIndexOf(*latin1)) : -1;
 }
 
 Piece PageText::trimmed(Piece piece) const

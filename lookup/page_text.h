@@ -1,6 +1,7 @@
 // Marovia Sondrel - positions of web sites in search engine results
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringView>
 
@@ -26,11 +27,13 @@ public:
     explicit Needle(QStringView text);
 
     QStringView folded() const { return m_folded; }
+    const std::optional<QByteArray> &foldedLatin1() const { return m_latin1; }
     qsizetype size() const { return m_folded.size(); }
     bool isEmpty() const { return m_folded.isEmpty(); }
 
 private:
     QString m_folded;
+    std::optional<QByteArray> m_latin1; // nothing when a unit is above U+00FF
 };
 
 /// A page that is searched many times and cut by begin and end strings. Its case is folded once; pieces of it
@@ -64,6 +67,8 @@ private:
     Piece take(Piece &rest, qsizetype first, qsizetype last, const Needle &end) const;
 
     QString m_text;
+    // One of the two. Most pages fit into bytes, of which a search goes over twice as many at a time.
+    std::optional<QByteArray> m_latin1;
     QString m_folded;
 };
 

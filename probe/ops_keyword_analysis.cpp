@@ -43,7 +43,7 @@ QJsonObject getNextURL(const Call &call)
 {
     clsSearchKeyword search(call.app);
     fillEngine(search, call.args.at(0).toObject());
-    return answer(search.getNextURL(call.text(1)));
+    return answer(search.getNextURL(PageText(call.text(1))));
 }
 
 void removeResultFolders(const ApplicationContext &app)
@@ -88,7 +88,7 @@ QJsonObject getResult(const Call &call)
     removeResultFolders(call.app);
     for (const QJsonValue &page : call.args.at(3).toArray()) {
         const QString text = page.toString();
-        search.GetResult({call.app.toBytes(text), text});
+        search.GetResult({call.app.toBytes(text), PageText(text)});
     }
     QJsonObject result = answer(QJsonValue());
     result.insert(u"rows"_s, rowsAsJson(keywords.Keywords));

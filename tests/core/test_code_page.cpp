@@ -95,6 +95,19 @@ TEST_P(SingleBytePage, mapsAllBytesBothWays)
     EXPECT_EQ(tested.toBytes(text), bytes);
 }
 
+// Long texts are read in blocks.
+TEST_P(SingleBytePage, readsEveryByteAtEveryPlace)
+{
+    const CodePage &tested = page(GetParam());
+    const QString units = tested.fromBytes(allBytes());
+    const QByteArray filling(100, 'x');
+    for (int byte = 0; byte < 256; ++byte) {
+        const QByteArray bytes = filling.first(byte % 100) + static_cast<char>(byte) + filling + "yz";
+        const QString text = tested.fromBytes(bytes);
+        ASSERT_EQ(text, QString(byte % 100, u'x') + units[byte] + QString(100, u'x') + u"yz"_s) << byte;
+    }
+}
+
 TEST_P(SingleBytePage, leavesAscii)
 {
     const QByteArray bytes = allBytes().first(128);

@@ -30,6 +30,21 @@ TEST(TextFold, foldsLongTextsUnitByUnit)
         ASSERT_EQ(whole[at].unicode(), foldCase(text[at].unicode())) << "at " << at;
 }
 
+TEST(TextFold, foldsIntoBytesWhatFitsIntoThem)
+{
+    const QString filling = u"Plain ASCII in between, LONG enough for any block of 64 units: "_s;
+    for (char16_t unit = 0; unit < 0x3000; ++unit) {
+        const QString text = filling + QChar(unit) + filling.first(unit % 64);
+        const auto bytes = foldedLatin1(text);
+        ASSERT_EQ(bytes.has_value(), foldCase(unit) <= 0xFF) << unit;
+        if (bytes)
+            ASSERT_EQ(QString::fromLatin1(*bytes), folded(text)) << unit;
+    }
+    EXPECT_EQ(foldedLatin1(u"\u212A\u00C9"), "k\xe9");
+    EXPECT_EQ(foldedLatin1(u"\u00B5"), std::nullopt) << "folds to the Greek letter";
+    EXPECT_EQ(foldedLatin1(u""), "");
+}
+
 TEST(TextFold, findsTheFirstOccurrenceAtEveryPlace)
 {
     const QString needle = u"<li>"_s;
@@ -99,6 +114,8 @@ TEST(TextFold, agreesWithAPlainSearchInTextsOfEveryLength)
             if (expected + needle.size() > size)
                 expected = -1;
             ASSERT_EQ(indexOfExactly(plain, needle, from), expected) << size << ' ' << from;
+            ASSERT_EQ(indexOfExactly(plain.toLatin1(), needle.toLatin1(), from), expected)
+                << size << ' ' << from;
         }
     }
 }

@@ -53,7 +53,7 @@ public:
         for (const QString &address : addresses)
             urls.Add({address, false});
     }
-    void analyse(const QString &page) { search.GetResult({world.app.toBytes(page), page}); }
+    void analyse(const QString &page) { search.GetResult({world.app.toBytes(page), PageText(page)}); }
     void restart()
     {
         search.Pages = 0;

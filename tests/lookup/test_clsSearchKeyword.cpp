@@ -231,7 +231,7 @@ TEST(GetResultWithoutRows, fails)
 {
     World world;
     clsSearchKeyword search(world.app);
-    search.GetResult({"page", u"page"_s});
+    search.GetResult({"page", PageText(u"page"_s)});
     EXPECT_EQ(world.takeLog(),
               u"clsRanking_GetResult: Engine Name = Error= There are no keyword rows or no project"_s);
 }

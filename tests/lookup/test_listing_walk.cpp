@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-
 #include <random>
 
 using namespace Qt::Literals::StringLiterals;
@@ -191,7 +190,7 @@ TEST(PageTextTest, cutsAsThePlainRulesDoOnRandomTexts)
 {
     std::mt19937 random(20261116);
     const auto text = [&](unsigned longest) {
-        const QString alphabet = u"aAbB  <\u00e9\u00c9"_s;
+        const QString alphabet = u"aAbB  <\u00e9\u00c9\u0161\u0160"_s;
         QString result(static_cast<qsizetype>(random() % (longest + 1)), Qt::Uninitialized);
         for (QChar &unit : result)
             unit = alphabet[static_cast<qsizetype>(random() % static_cast<unsigned>(alphabet.size()))];

@@ -15,6 +15,7 @@ protected:
         search.URL = u"http://s.example/a/find.cgi?q=x"_s;
         search.NextPage1 = u"Next"_s;
     }
+    QString nextURL(const QString &page) { return search.getNextURL(PageText(page)); }
 };
 
 } // namespace
@@ -54,7 +55,7 @@ TEST_F(NextUrlTest, isThatOfTheLastLinkInFrontOfTheText)
         {"a lone mark", u"<ol><a href=\">Next</a>"_s, u"http://s.example/a/"_s},
     };
     for (const Row &row : rows)
-        EXPECT_EQ(search.getNextURL(row.page), row.address) << row.name;
+        EXPECT_EQ(nextURL(row.page), row.address) << row.name;
     EXPECT_EQ(world.takeLog(), QString());
 }
 
@@ -62,9 +63,9 @@ TEST_F(NextUrlTest, overlooksTheTextInTheFirstCharacters)
 {
     search.ResultStartString.clear();
     search.NextPage4 = u"<"_s;
-    EXPECT_EQ(search.getNextURL(u"</pNext"_s), u"http://s.example/p"_s);
-    EXPECT_EQ(search.getNextURL(u"</Next"_s), u"http://s.example/a/"_s) << "begins at the third character";
-    EXPECT_EQ(search.getNextURL(u"</pNex"_s), u"http://s.example/a/"_s);
+    EXPECT_EQ(nextURL(u"</pNext"_s), u"http://s.example/p"_s);
+    EXPECT_EQ(nextURL(u"</Next"_s), u"http://s.example/a/"_s) << "begins at the third character";
+    EXPECT_EQ(nextURL(u"</pNex"_s), u"http://s.example/a/"_s);
 }
 
 TEST_F(NextUrlTest, isLookedForByTheOtherTextsInTurn)
@@ -72,13 +73,13 @@ TEST_F(NextUrlTest, isLookedForByTheOtherTextsInTurn)
     const QString page = u"<ol><a href=/2>Two</a><a href=/3>Three</a>"_s;
     search.NextPage2 = u"Two"_s;
     search.NextPage3 = u"Three"_s;
-    EXPECT_EQ(search.getNextURL(page), u"http://s.example/2"_s);
+    EXPECT_EQ(nextURL(page), u"http://s.example/2"_s);
     search.NextPage2 = u"nowhere"_s;
-    EXPECT_EQ(search.getNextURL(page), u"http://s.example/3"_s);
+    EXPECT_EQ(nextURL(page), u"http://s.example/3"_s);
     search.NextPage2.clear();
-    EXPECT_EQ(search.getNextURL(page), u"http://s.example/3"_s);
+    EXPECT_EQ(nextURL(page), u"http://s.example/3"_s);
     search.NextPage3.clear();
-    EXPECT_EQ(search.getNextURL(page), u"http://s.example/a/"_s);
+    EXPECT_EQ(nextURL(page), u"http://s.example/a/"_s);
 }
 
 TEST_F(NextUrlTest, isLookedForFromTheStartByTheOtherTexts)
@@ -86,21 +87,21 @@ TEST_F(NextUrlTest, isLookedForFromTheStartByTheOtherTexts)
     search.ResultStartString.clear();
     search.NextPage2 = u"Ne"_s;
     search.NextPage4 = u"<"_s;
-    EXPECT_EQ(search.getNextURL(u"<Ne"_s), u"http://s.example/a/"_s);
-    EXPECT_EQ(search.getNextURL(u"<2Ne"_s), u"http://s.example/a/2"_s);
+    EXPECT_EQ(nextURL(u"<Ne"_s), u"http://s.example/a/"_s);
+    EXPECT_EQ(nextURL(u"<2Ne"_s), u"http://s.example/a/2"_s);
 }
 
 TEST_F(NextUrlTest, takesTheMarkOfLinksFromTheEngine)
 {
     search.NextPage4 = u"action="_s;
-    EXPECT_EQ(search.getNextURL(u"<ol><form ACTION=\"/go?p=3\"><a href=/x><input value=Next>"_s),
+    EXPECT_EQ(nextURL(u"<ol><form ACTION=\"/go?p=3\"><a href=/x><input value=Next>"_s),
               u"http://s.example/go?p=3"_s);
     EXPECT_EQ(search.NextPage4, u"action="_s);
 }
 
 TEST_F(NextUrlTest, setsTheUsualMarkForGood)
 {
-    search.getNextURL(u"<ol>"_s);
+    nextURL(u"<ol>"_s);
     EXPECT_EQ(search.NextPage4, u"href="_s);
 }
 
@@ -108,7 +109,7 @@ TEST_F(NextUrlTest, isEmptyWithoutATextToLookFor)
 {
     search.NextPage1.clear();
     search.NextPage2 = u"Two"_s;
-    EXPECT_EQ(search.getNextURL(u"<ol><a href=/2>Two</a>"_s), QString());
+    EXPECT_EQ(nextURL(u"<ol><a href=/2>Two</a>"_s), QString());
     EXPECT_EQ(world.takeLog(), u"getNextURL_Error:The engine has no string to find its next page by"_s);
     EXPECT_EQ(search.NextPage4, QString());
 }
@@ -128,7 +129,6 @@ TEST_F(NextUrlTest, isCompletedFromTheAddressOfThePage)
     };
     for (const Row &row : rows) {
         search.URL = row.url;
-        EXPECT_EQ(search.getNextURL(u"<ol><a href="_s + row.link + u">Next"_s), row.address)
-            << row.url.toStdString();
+        EXPECT_EQ(nextURL(u"<ol><a href="_s + row.link + u">Next"_s), row.address) << row.url.toStdString();
     }
 }

@@ -66,7 +66,7 @@ protected:
         const QString page =
             u"<ol><li><b>A shop</b> <a href=\"http://www.site.example/a\">go</a></li></ol>"_s;
         for (int i = 0; i < 2; ++i)
-            search.GetResult({app.toBytes(page), page});
+            search.GetResult({app.toBytes(page), PageText(page)});
     }
 
     // The local files that a page links to, as a browser on Linux names them.
