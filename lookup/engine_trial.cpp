@@ -8,7 +8,7 @@ namespace sondrel {
 
 namespace {
 
-void findNext(ApplicationContext &app, const EngineRow &engine, const QString &text, const QString &url,
+void findNext(ApplicationContext &app, const EngineRow &engine, const PageText &page, const QString &url,
               EngineTrial &trial)
 {
     if (engine.NextPage1.isEmpty())
@@ -20,9 +20,9 @@ void findNext(ApplicationContext &app, const EngineRow &engine, const QString &t
     search.NextPage2 = engine.NextPage2;
     search.NextPage3 = engine.NextPage3;
     search.NextPage4 = engine.NextPage4;
-    trial.next = search.getNextURL(text);
+    trial.next = search.getNextURL(page);
     // Where there is no link a lookup asks for the folder of the page.
-    trial.hasNextLink = trial.next != search.getNextURL(QString());
+    trial.hasNextLink = trial.next != search.getNextURL(PageText(QString()));
 }
 
 } // namespace
@@ -31,7 +31,7 @@ EngineTrial tryEngine(ApplicationContext &app, const EngineRow &engine, const Fe
                       const QString &url)
 {
     EngineTrial trial;
-    const PageText text(page.text);
+    const PageText &text = page.text;
     trial.countText = clsConnect(app).GetMatchesCounts(text, text.all(), Needle(engine.beginMatches),
                                                        Needle(engine.endMatches));
     if (IsNumberText(trial.countText))

@@ -41,7 +41,7 @@ private:
 class PageText
 {
 public:
-    explicit PageText(QString text);
+    PageText(QString text);
 
     Piece all() const { return {0, m_text.size()}; }
     QStringView view(Piece piece) const { return QStringView(m_text).sliced(piece.begin, piece.size()); }

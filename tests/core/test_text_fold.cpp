@@ -33,12 +33,11 @@ TEST(TextFold, foldsLongTextsUnitByUnit)
 TEST(TextFold, foldsIntoBytesWhatFitsIntoThem)
 {
     const QString filling = u"Plain ASCII in between, LONG enough for any block of 64 units: "_s;
-    for (char16_t unit = 0; unit < 0x3000; ++unit) {
+    for (int unit = 0; unit < 0x3000; ++unit) {
         const QString text = filling + QChar(unit) + filling.first(unit % 64);
         const auto bytes = foldedLatin1(text);
-        ASSERT_EQ(bytes.has_value(), foldCase(unit) <= 0xFF) << unit;
-        if (bytes)
-            ASSERT_EQ(QString::fromLatin1(*bytes), folded(text)) << unit;
+        ASSERT_EQ(bytes.has_value(), foldCase(static_cast<char16_t>(unit)) <= 0xFF) << unit;
+        ASSERT_TRUE(!bytes || QString::fromLatin1(*bytes) == folded(text)) << unit;
     }
     EXPECT_EQ(foldedLatin1(u"\u212A\u00C9"), "k\xe9");
     EXPECT_EQ(foldedLatin1(u"\u00B5"), std::nullopt) << "folds to the Greek letter";
