@@ -1,17 +1,20 @@
-"""Looks a demo project up on a real search engine, both on this machine, and shows where the sites stand."""
+"""Opens the program on a demo project and a real search engine, both on this machine; without a display, uses it as a
+person would. Shows where the sites stand."""
 import argparse
 import fcntl
+import re
 import shutil
 import signal
 import sys
 from pathlib import Path
 
-from demo import engine, project, sites, table
+from demo import display, engine, program, project, sites, table
 from demo.probe import Probe, ProbeFailed
 
 ROOT = Path(__file__).resolve().parent.parent
 OWN = (11, 12)  # which of the made-up shops are one's own,
 COMPETITORS = (9, 14)  # and which are watched
+CHOSEN = (.35, .488)  # where in the window the keyword stands whose listings the screenshot shows
 
 
 class Stop(Exception):
@@ -20,29 +23,34 @@ class Stop(Exception):
 
 def main(arguments=None):
     parser = argparse.ArgumentParser(prog="script/run", description=__doc__)
+    parser.add_argument("--program", type=Path, required=True, help=argparse.SUPPRESS)
     parser.add_argument("--probe", type=Path, required=True, help=argparse.SUPPRESS)
     parser.add_argument("--folder", type=Path, default=ROOT / "build" / "demo",
                         help="where the demo keeps its files (default: build/demo)")
     parser.add_argument("--fresh", action="store_true", help="forget earlier runs first")
-    parser.add_argument("--stay", action="store_true", help="keep the search engine until Ctrl+C, to try it out")
+    parser.add_argument("--stay", action="store_true", help="without a display: keep the search engine until Ctrl+C, to try it out")
     options = parser.parse_args(arguments)
     # A request to end is an exception like Ctrl+C, so that what was started is stopped.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
     signal.signal(signal.SIGHUP, lambda *_: sys.exit(129))
     try:
-        return run(options.probe.resolve(), options.folder.resolve(), options.fresh, options.stay)
+        return run(options.program.resolve(), options.probe.resolve(), options.folder.resolve(), options.fresh,
+                   options.stay)
     except KeyboardInterrupt:
         print("\nscript/run: stopped", file=sys.stderr)
         return 130
-    except engine.MissingPackage as missing:
+    except (engine.MissingPackage, display.MissingPackage) as missing:
         print(f"script/run: the package {missing} is missing; script/bootstrap run installs it", file=sys.stderr)
-    except (Stop, ProbeFailed, RuntimeError, OSError) as error:
+    except (Stop, ProbeFailed, program.ProgramFailed, RuntimeError, OSError) as error:
         print(f"script/run: {error}", file=sys.stderr)
     return 1
 
 
-def run(probe, folder, fresh=False, stay=False):
+def run(executable, probe, folder, fresh=False, stay=False):
     engine.check()
+    seated = display.is_there()
+    if not seated:
+        display.check()
     folder.mkdir(parents=True, exist_ok=True)
     with open(folder / "lock", "w", encoding="ascii") as lock:
         try:
@@ -50,20 +58,60 @@ def run(probe, folder, fresh=False, stay=False):
         except BlockingIOError:
             raise Stop(f"another run uses {folder}") from None
         if fresh:
-            for name in ("app", "engine", "system", "generation"):
+            for name in ("app", "config", "data", "engine", "generation", "screenshot.png"):
                 remove(folder / name)
+        places = program.Places(folder)
         shops = prepare(folder)
         with engine.Server(folder / "engine") as server:
-            project.write_engine_data(folder / "system", server.base)
-            print(f"Looking up the project {project.NAME} on {server.base} ...", flush=True)
-            with Probe(probe, folder / "app", folder / "system", folder / "settings.ini") as operations:
-                answer = operations.ask("Lookup", project.NAME, project.ENGINE, "all")
-                reports = write_reports(operations, folder)
-            show(answer, folder, shops, reports)
-            if stay:
+            project.write_engine_data(places.system, server.base)
+            log_before = places.log.stat().st_size if places.log.exists() else 0
+            if seated:
+                print(f"The project {project.NAME} is open on {server.base}: look its keywords up with Shift+F5.\n"
+                      "The search engine stops when you close the program.", flush=True)
+                program.show(program.install(executable, places), places)
+                seconds = None
+            else:
+                print(f"Looking up the project {project.NAME} on {server.base} ...", flush=True)
+                seconds = drive(executable, places, folder)
+            if seconds is not None or places.results.exists():
+                show(results(probe, folder, places), seconds, folder, places, shops)
+            check_log(places, log_before)
+            if stay and not seated:
                 print(f"\nThe search engine stays at {server.base} until you press Ctrl+C.", flush=True)
                 signal.pause()
     return 0
+
+
+def drive(executable, places, folder):
+    """Looks all keywords up as a person would, on a display that nobody sees; returns the seconds it took."""
+    with display.Display(folder / "display") as screen:
+        installed = program.install(executable, places, screen)
+        with program.Driven(installed, places, screen) as driven:
+            driven.open()
+            seconds = driven.look_up()
+            driven.report()
+            driven.choose(*CHOSEN)
+            screen.save(folder / "screenshot.png")
+            driven.close()
+    return seconds
+
+
+def results(probe, folder, places):
+    """The rows of the grid, from the files that the program has written."""
+    terms, positions = (file.read_bytes().decode("cp1252", "replace")
+                        for file in (places.results.with_name("Keywords.dat"), places.results))
+    scratch = folder / "probe"
+    with Probe(probe, scratch / "app", scratch / "system", scratch / "settings.ini") as operations:
+        return operations.ask("LoadKeywords", terms, positions, project.ENGINE)["rows"]
+
+
+def check_log(places, start):
+    """Keywords without an answer are told in the log alone."""
+    with open(places.log, encoding="cp1252", newline="") as log:
+        log.seek(start)
+        failed = re.findall("Look up '.*' Fail", log.read())
+    if failed:
+        raise Stop(f"the lookup was not answered in full; {places.log} says why: {', '.join(failed)}")
 
 
 def below_here(path):
@@ -92,17 +140,7 @@ def prepare(folder):
     return shops
 
 
-def write_reports(operations, folder):
-    """Writes the pages of the project's report and returns their index."""
-    shutil.copy(ROOT / "data" / "menutemplate.html", folder / "app")
-    index = operations.ask("WriteReportSet", project.NAME)["result"]
-    if index is None:
-        raise Stop(f"the report was not written; {folder}/app/Error.log says why")
-    return Path(index)
-
-
-def show(answer, folder, shops, reports):
-    rows = answer["rows"]
+def show(rows, seconds, folder, places, shops):
     own = {shops[number].host for number in OWN}
 
     def whose(url):
@@ -110,21 +148,19 @@ def show(answer, folder, shops, reports):
 
     print()
     print("\n".join(table.render(rows, whose, table.Style())))
-    print(f"\n{table.summary(rows)}; {answer['ms'] / 1000:.1f} seconds")
-    app = below_here(folder) / "app"
+    print(f"\n{table.summary(rows)}" + (f"; {seconds:.1f} seconds" if seconds is not None else ""))
+    app = below_here(places.app)
+    if seconds is not None:
+        print(f"\nScreenshot {below_here(folder)}/screenshot.png", end="")
     print(f"""
 Positions  {app}/Projects/{project.NAME}/{project.ENGINE}.dat
 Project    {app}/Projects/{project.NAME}/{project.NAME}.dat and Keywords.dat
 Listings   {app}/Results/{project.ENGINE}/
 Pages      {app}/Reports/{project.NAME}/
 Log        {app}/Error.log
-
-The report of the project, for a browser: {below_here(reports)}
+Report     {app}/Reports/{project.NAME}/menu.html, for a browser
 
 The sites change a little with every run: run it again and see who rose and who fell.""")
-    failed = [row["Keyword"] for row in rows if row["Status"] == "Failed"]
-    if answer["result"] != "completed" or failed:
-        raise Stop(f"the lookup was {answer['result']}, without an answer for: {', '.join(failed) or '-'}")
 
 
 if __name__ == "__main__":

@@ -1,19 +1,22 @@
 #!/usr/bin/env python3
-"""Runs the demo as a person would; SONDREL_PROBE names the probe."""
+"""Runs the demo as a person would; SONDREL_PROGRAM and SONDREL_PROBE name the program and the probe."""
 import fcntl
 import os
 import re
 import signal
+import struct
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
+import zlib
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent.parent
 sys.path.insert(0, str(ROOT))
 
-from demo import project, run, sites  # noqa: E402
+from demo import display, project, run, sites  # noqa: E402
 from tests.e2e import expected  # noqa: E402
 
 ENGINE = expected.Definition(project.ENGINE, per_page=10, paged=True)
@@ -40,11 +43,13 @@ class Demo(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.folder = Path(folder.name).resolve()
 
-    def start(self, *arguments, **members):
-        command = [sys.executable, "-m", "demo.run", "--probe", os.environ["SONDREL_PROBE"], "--folder",
-                   str(self.folder), *arguments]
-        return subprocess.Popen(command, cwd=ROOT, env=dict(os.environ, PYTHONIOENCODING="utf-8"),
-                                stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+    def start(self, *arguments, display=None, **members):
+        command = [sys.executable, "-m", "demo.run", "--program", os.environ["SONDREL_PROGRAM"], "--probe",
+                   os.environ["SONDREL_PROBE"], "--folder", str(self.folder), *arguments]
+        environment = {name: value for name, value in os.environ.items()
+                       if name not in ("DISPLAY", "QT_QPA_PLATFORM", "WAYLAND_DISPLAY")}
+        environment.update(display.environment if display else {}, PYTHONIOENCODING="utf-8")
+        return subprocess.Popen(command, cwd=ROOT, env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                                 encoding="utf-8", **members)
 
     def run_demo(self):
@@ -90,11 +95,41 @@ class Demo(unittest.TestCase):
 
     def test_writes_the_report(self):
         output = self.run_demo()
-        index = Path(re.search("for a browser: (.+)", output).group(1))
+        index = Path(re.search("Report +(.+), for a browser", output).group(1))
         self.assertIn(f"<h1>{project.NAME}</h1>", index.read_text(encoding="cp1252"))
         for link in re.findall('href="([^"#]+)"', index.read_text(encoding="cp1252")):
             if ":" not in link:
                 self.assertTrue((index.parent / link).is_file(), link)
+
+    def test_saves_a_screenshot(self):
+        file = Path(re.search("Screenshot +(.+)", self.run_demo()).group(1))
+        picture = file.read_bytes()
+        self.assertEqual(picture[:8], b"\x89PNG\r\n\x1a\n")
+        self.assertEqual(struct.unpack(">2I", picture[16:24]), (1280, 860))
+        pixels = zlib.decompress(picture[picture.index(b"IDAT") + 4:])
+        self.assertGreater(len(set(pixels[number:number + 3] for number in range(1, len(pixels) - 3, 997))), 5)
+
+    def test_opens_the_program_where_there_is_a_display(self):
+        with display.Display(self.folder / "display") as screen, self.start(display=screen) as process:
+            self.assertIn("is open on", process.stdout.readline())
+            self.wait_for(lambda: screen.find("^Demo - Omega - "))
+            screen.focus(screen.find("^Demo - Omega - "))
+            screen.keys("shift+F5")
+            results = self.folder / "app" / "Projects" / project.NAME / f"{project.ENGINE}.dat"
+            self.wait_for(results.exists)
+            screen.keys("ctrl+q")
+            self.wait_for(lambda: screen.find("^Exit Sondrel$"))
+            screen.focus(screen.find("^Exit Sondrel$"))
+            screen.keys("alt+y")
+            output, errors = process.communicate(timeout=300)
+        self.assertEqual(process.returncode, 0, errors)
+        self.assertEqual(self.without_changes(self.table(output)), self.engine_positions())
+
+    def wait_for(self, condition):
+        deadline = time.monotonic() + 120
+        while not condition():
+            self.assertLess(time.monotonic(), deadline)
+            time.sleep(.1)
 
     @staticmethod
     def without_changes(table):
