@@ -85,7 +85,7 @@ private:
     void hideSplash() override { Q_EMIT splashHidden(); }
     void showSplash() override { Q_EMIT splashShown(); }
     void unloadSplash() override { Q_EMIT splashUnloaded(); }
-    void updateEngines() override {}
+    void updateEngines() override;
     void giveTreeItsImages() override {} // each node has its own
     void showProjects() override;
     void selectProject(int index) override;
@@ -109,6 +109,9 @@ private:
     void chooseProject();
     void showUrls();
     void PopulateEngine();
+    bool reloadCatalogue();
+    void UpdateEngineData();
+    void BuildEngines();
     void clickNode(QTreeWidgetItem *node);
     void selectCurrentNode();
     void MenuBid();

@@ -42,10 +42,12 @@ void frmMain::connectCommands()
     setHandler(C::NewProject, [this] { AddAccount(); });
     setHandler(C::EditProject, [this] { EditAccount(); });
     setHandler(C::DeleteProject, [this] { DeleteAccount(); });
+    setHandler(C::UpdateEngineData, [this] { UpdateEngineData(); });
+    setHandler(C::EngineBuilder, [this] { BuildEngines(); });
     setHandler(C::Configuration, [this] { Config(); });
     setHandler(C::Exit, [this] { close(); });
-    for (const C command :
-         {C::AddKeywords, C::DeleteKeywords, C::CopyKeywords, C::PasteKeywords, C::ExportKeywords})
+    for (const C command : {C::AddKeywords, C::DeleteKeywords, C::CopyKeywords, C::PasteKeywords,
+                            C::ExportKeywords, C::KeywordBuilder})
         setHandler(command, [this, command] { passToChild(command); });
     for (const C command : {C::ShowAll, C::ShowOptimized})
         setHandler(command, [this, command] { ShowOrOptimized(textOf(command).number); });

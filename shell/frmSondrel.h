@@ -71,6 +71,8 @@ public:
 
     /// Opens the dialog for new keywords and adds what it answers.
     void AddKeywords();
+    /// Opens the dialog for suggestions, which adds to the keywords itself.
+    void BuildKeyword();
     /// Adds these keywords, as Paste and Add Keywords do.
     void AddKeywordColToGrid(const QStringList &texts);
     /// Lets go of a run and stores the column order, before the window goes.

@@ -31,6 +31,9 @@ void frmSondrel::mnuKeywordsItemClick(int number)
         if (!m_copied.isEmpty())
             AddKeywordColToGrid(m_copied);
         break;
+    case 7:
+        BuildKeyword();
+        break;
     case 8:
         Exportkeywords();
         return;

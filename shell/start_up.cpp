@@ -33,6 +33,17 @@ void loadCatalogue(ApplicationContext &app, MainWindowSteps &steps, MainWindowSt
         throw Failure(state.Catalogue->loadError());
 }
 
+void tell(ApplicationContext &app, const QString &problem)
+{
+    app.desktop.showMessage(
+        {app.deployment.Title,
+         u"Error occur while loading the program. Please report this error to the the software vendor at '"_s +
+             app.deployment.SupportEmail + u"'.\r\n\r\nError: "_s + problem,
+         MessageIcon::Critical, MessageButtons::Ok});
+}
+
+} // namespace
+
 void loadProjects(ApplicationContext &app, MainWindowSteps &steps, MainWindowState &state)
 {
     steps.giveTreeItsImages();
@@ -48,17 +59,6 @@ void loadProjects(ApplicationContext &app, MainWindowSteps &steps, MainWindowSta
     app.desktop.resetPointer();
     steps.AddAccount();
 }
-
-void tell(ApplicationContext &app, const QString &problem)
-{
-    app.desktop.showMessage(
-        {app.deployment.Title,
-         u"Error occur while loading the program. Please report this error to the the software vendor at '"_s +
-             app.deployment.SupportEmail + u"'.\r\n\r\nError: "_s + problem,
-         MessageIcon::Critical, MessageButtons::Ok});
-}
-
-} // namespace
 
 void loadMainWindow(ApplicationContext &app, MainWindowSteps &steps, MainWindowState &state)
 {

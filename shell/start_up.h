@@ -54,6 +54,9 @@ public:
 /// loaded, or any step fails, it tells so and comes up empty, so that the engine update can be reached.
 void loadMainWindow(ApplicationContext &app, MainWindowSteps &steps, MainWindowState &state);
 
+/// The last step of that: loads the project list and shows its first project, or asks for a new one.
+void loadProjects(ApplicationContext &app, MainWindowSteps &steps, MainWindowState &state);
+
 /// Lets go of what the main window held, as it unloads. Nobody finds a catalogue from then on.
 void releaseMainWindow(ApplicationContext &app, MainWindowState &state);
 

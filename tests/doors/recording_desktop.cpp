@@ -42,6 +42,8 @@ QString RecordingDesktop::pickFile(FileQuestion &question)
 
 void RecordingDesktop::beginWait()
 {
+    if (pointerFails)
+        throw Failure(QStringLiteral("There is no pointer"));
     ++waits;
     ++waiting;
 }

@@ -29,6 +29,8 @@ public:
     bool opens = true;
     /// While set, showing a message throws Failure.
     bool failing = false;
+    /// While set, a wait cursor throws Failure.
+    bool pointerFails = false;
     /// What happens while pending events run.
     std::function<void()> onPendingEvents;
 

@@ -1,0 +1,63 @@
+#include "shell/hint_tree.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+
+namespace sondrel {
+
+HintTree::HintTree(const QString &name, const QStringList &columns, QWidget *parent) : QTreeWidget(parent)
+{
+    setObjectName(name);
+    setColumnCount(static_cast<int>(columns.size()));
+    setHeaderLabels(columns);
+    setRootIsDecorated(false);
+    setUniformRowHeights(true);
+    setAlternatingRowColors(true);
+    setTabKeyNavigation(false);
+}
+
+void HintTree::setHint(const QString &hint)
+{
+    m_hint = hint;
+    setAccessibleDescription(hint);
+    viewport()->update();
+}
+
+QTreeWidgetItem *HintTree::addRow(const QStringList &texts)
+{
+    auto *row = new QTreeWidgetItem(this, texts);
+    for (int column = 0; column < columnCount(); ++column) {
+        // Texts of strangers are no markup.
+        row->setToolTip(column, texts.value(column).toHtmlEscaped());
+    }
+    return row;
+}
+
+void HintTree::selectRow(int row)
+{
+    clearSelection();
+    if (QTreeWidgetItem *item = topLevelItem(row)) {
+        setCurrentItem(item);
+        item->setSelected(true);
+    }
+}
+
+void HintTree::keyPressEvent(QKeyEvent *event)
+{
+    if (event->modifiers() == Qt::NoModifier && event->key() == Qt::Key_Delete)
+        Q_EMIT deletePressed();
+    else
+        QTreeWidget::keyPressEvent(event);
+}
+
+void HintTree::paintEvent(QPaintEvent *event)
+{
+    QTreeWidget::paintEvent(event);
+    if (topLevelItemCount() > 0 || m_hint.isEmpty())
+        return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect().adjusted(8, 8, -8, -8), Qt::AlignCenter | Qt::TextWordWrap, m_hint);
+}
+
+} // namespace sondrel
