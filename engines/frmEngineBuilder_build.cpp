@@ -65,8 +65,8 @@ void frmEngineBuilder::build()
     auto *right = new QSplitter(Qt::Vertical);
     right->addWidget(newPage(form));
     right->addWidget(buildTrial());
-    right->setStretchFactor(0, 3);
-    right->setStretchFactor(1, 2);
+    right->setStretchFactor(0, 0);
+    right->setStretchFactor(1, 1);
     right->setChildrenCollapsible(false);
     auto *both = new QSplitter(Qt::Horizontal);
     both->addWidget(m_list);
@@ -108,7 +108,7 @@ QLineEdit *frmEngineBuilder::addText(QGridLayout &grid, int row, int column, con
                                      const QString &name, QString clsEngineData::*field)
 {
     QLineEdit *text = newLineEdit(name);
-    text->setMinimumWidth(fontMetrics().averageCharWidth() * 22);
+    text->setMinimumWidth(fontMetrics().averageCharWidth() * 28);
     addHalf(grid, row, column, caption, text);
     m_texts.insert(text, field);
     return text;

@@ -188,6 +188,7 @@ void frmKeywordBuilder::setFetching(bool fetching)
     // The answer is kept under what they say.
     m_engine->setEnabled(!fetching);
     m_keyword->setEnabled(!fetching);
+    m_progress->setVisible(fetching);
     m_get->setText(fetching ? tr("S&top") : tr("&Get..."));
 }
 

@@ -61,6 +61,10 @@ void frmKeywordBuilder::build()
     m_progress->setValue(0);
     m_progress->setTextVisible(false);
     m_progress->setMaximumWidth(fontMetrics().averageCharWidth() * 24);
+    QSizePolicy kept = m_progress->sizePolicy();
+    kept.setRetainSizeWhenHidden(true);
+    m_progress->setSizePolicy(kept);
+    m_progress->hide();
     m_status = new QLabel;
     m_status->setObjectName(u"stbStatus"_s);
     m_status->setTextFormat(Qt::PlainText);

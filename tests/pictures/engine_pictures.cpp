@@ -53,7 +53,8 @@ private:
     void save(QWidget &window, const QString &name)
     {
         QApplication::processEvents();
-        window.grab().save(m_folder + u'/' + name + u".png"_s);
+        const QImage picture = window.grab().toImage();
+        picture.convertToFormat(QImage::Format_Indexed8).save(m_folder + u'/' + name + u".png"_s);
     }
 
     void engineBuilder()
