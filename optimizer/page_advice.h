@@ -4,8 +4,8 @@
 #include <QString>
 #include <QStringList>
 
-// The sentences of advice, each as the reports have always had it. Lengths are those of 16-bit counts: a longer
-// text throws Failure.
+// The sentences of advice, each as the reports have always had it. Lengths are those of 16-bit counts: a
+// longer text throws Failure.
 
 namespace sondrel {
 

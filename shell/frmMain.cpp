@@ -1,5 +1,6 @@
 #include "shell/frmMain.h"
 
+#include "optimizer/frmOptimizer.h"
 #include "shell/center_form.h"
 #include "shell/frmSondrel.h"
 #include "shell/hint_page.h"
@@ -146,6 +147,8 @@ void frmMain::unload()
                            isMinimized());
     releaseMainWindow(m_app, m_state);
     unloadAutoLookup();
+    if (m_optimizer)
+        m_optimizer->close();
     if (m_child) {
         m_child->unload();
         delete m_child;

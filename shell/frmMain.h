@@ -26,6 +26,7 @@ class QTreeWidgetItem;
 
 namespace sondrel {
 
+class frmOptimizer;
 class frmSondrel;
 class HintPage;
 class StatusPanels;
@@ -151,6 +152,7 @@ private:
     void openDealerPage(QString clsDealerProfile::*address);
     void helpContents();
     void about();
+    void showOptimizer();
 
     ApplicationContext &m_app;
     MainWindowState m_state;
@@ -178,6 +180,7 @@ private:
     int m_shownFilter = 0; // item of the Show menu that is ticked
     bool m_urlBoxOpen = false;
     bool m_closing = false;
+    frmOptimizer *m_optimizer = nullptr; // while it is loaded
     bool m_reporting = false; // a report command is under way
 };
 

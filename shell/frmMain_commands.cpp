@@ -57,6 +57,7 @@ void frmMain::connectCommands()
         setHandler(command, [this, command] { LookUp(textOf(command).number); });
     setHandler(C::HtmlReport, [this] { Report(ReportFormat::Html); });
     setHandler(C::TextReport, [this] { Report(ReportFormat::Text); });
+    setHandler(C::Optimizer, [this] { showOptimizer(); });
     setHandler(C::HelpContents, [this] { helpContents(); });
     setHandler(C::Support, [this] { openDealerPage(&clsDealerProfile::SupportURL); });
     setHandler(C::HomePage, [this] { openDealerPage(&clsDealerProfile::DealerURL); });

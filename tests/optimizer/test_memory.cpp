@@ -1,6 +1,7 @@
 // What the optimizer says when memory runs out.
 #include "optimizer/frame_urls.h"
 #include "optimizer/modHTMLParse.h"
+#include "optimizer/optimizer_run.h"
 #include "tests/support/failing_allocation.h"
 #include "tests/support/world.h"
 
@@ -44,6 +45,25 @@ TEST(OptimizerWithoutMemory, isLoggedAndGivesNothing)
         EXPECT_EQ(world.takeLog(), row.log + u"Out of memory"_s);
         EXPECT_EQ(left, page);
     }
+}
+
+TEST(OptimizerWithoutMemory, givesTheReportANameThatNeedsNoMaking)
+{
+    constexpr int MostAllocations = 500;
+    bool fellBack = false;
+    for (int successes = 0; successes < MostAllocations && !fellBack; ++successes) {
+        World world;
+        const QString site = u"http://site.example/a?b=c"_s;
+        QString file;
+        const FailingAllocation failing(successes);
+        try {
+            file = reportFile(world.app, site);
+        } catch (const std::exception &) {
+            continue; // the folder could not be made
+        }
+        fellBack = failing.happened() && file == world.app.AppPath + u"\\Optimizer\\opimtizer.html"_s;
+    }
+    EXPECT_TRUE(fellBack);
 }
 
 } // namespace
