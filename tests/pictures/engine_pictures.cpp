@@ -53,8 +53,7 @@ private:
     void save(QWidget &window, const QString &name)
     {
         QApplication::processEvents();
-        const QImage picture = window.grab().toImage();
-        picture.convertToFormat(QImage::Format_Indexed8).save(m_folder + u'/' + name + u".png"_s);
+        window.grab().save(m_folder + u'/' + name + u".png"_s);
     }
 
     void engineBuilder()
