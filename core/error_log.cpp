@@ -23,8 +23,9 @@ void ErrorLog::write(QByteArrayView text) noexcept
 {
     try {
         if (m_handle < 0) {
-            m_handle = ::open(QFile::encodeName(m_path).constData(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC,
-                              0644);
+            // Not blocking, should a pipe stand in the file's place.
+            m_handle = ::open(QFile::encodeName(m_path).constData(),
+                              O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC, 0644);
             if (m_handle < 0)
                 return;
         }
@@ -32,8 +33,8 @@ void ErrorLog::write(QByteArrayView text) noexcept
         record.append(text);
         qsizetype done = 0;
         while (done < record.size()) {
-            const auto count = ::write(m_handle, record.constData() + done,
-                                       static_cast<std::size_t>(record.size() - done));
+            const auto count =
+                ::write(m_handle, record.constData() + done, static_cast<std::size_t>(record.size() - done));
             if (count < 0 && errno == EINTR)
                 continue;
             if (count <= 0)

@@ -52,6 +52,16 @@ TEST_F(LogFile, hasALineEndInFrontOfEveryRecordAndNoneBehind)
     EXPECT_EQ(bytes(), "\r\na\r\n\r\nb\r\nc");
 }
 
+TEST_F(LogFile, doesNotWaitForWhoReadsAPipeInItsPlace)
+{
+    ASSERT_EQ(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    ErrorLog log(path);
+    log.write("lost");
+    QFile::remove(path);
+    log.write("kept");
+    EXPECT_EQ(bytes(), "\r\nkept");
+}
+
 TEST_F(LogFile, goesOnBehindWhatIsThere)
 {
     ErrorLog(path).write("old");
