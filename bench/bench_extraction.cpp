@@ -216,7 +216,7 @@ void getResult(benchmark::State &state)
             search.setLinksCount(0);
         }
         ++number;
-        const FetchedPage fetched{bytes, PageText(program.app.fromBytes(bytes))};
+        const FetchedPage fetched{bytes, PageText(bytes, program.app.codePage())};
         search.GetResult(fetched);
         benchmark::DoNotOptimize(search.getNextURL(fetched.text));
     }

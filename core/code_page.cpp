@@ -1,6 +1,7 @@
 #include "core/code_page.h"
 
 #include "core/icu_converter.h"
+#include "core/text_fold.h"
 
 #include <algorithm>
 #include <array>
@@ -16,6 +17,7 @@ constexpr unsigned ByteCount = 256;
 constexpr unsigned FirstTrailByte = 0x40; // of any double-byte page, but for the four-byte forms of GB18030
 constexpr unsigned LastAscii = 0x7F;
 constexpr unsigned LastControl = 0x9F;
+constexpr char16_t LastLatin1 = 0xFF;
 constexpr char16_t PrivateUse = 0xF700;
 constexpr char16_t Replacement = 0xFFFD;
 
@@ -29,6 +31,29 @@ bool isAscii(const char *bytes)
     for (qsizetype i = 0; i < Block; ++i)
         any = static_cast<unsigned char>(any | static_cast<unsigned char>(bytes[i]));
     return any <= LastAscii;
+}
+
+void lower(const char *bytes, char *out)
+{
+    for (qsizetype i = 0; i < Block; ++i) {
+        const auto byte = static_cast<unsigned char>(bytes[i]);
+        const auto offset = static_cast<unsigned char>(byte - 'A');
+        out[i] = static_cast<char>(byte + (offset < 26 ? 32 : 0));
+    }
+}
+
+bool isAscii(const char16_t *units)
+{
+    char16_t any = 0;
+    for (qsizetype i = 0; i < Block; ++i)
+        any = static_cast<char16_t>(any | units[i]);
+    return any <= LastAscii;
+}
+
+void narrow(const char16_t *units, char *out)
+{
+    for (qsizetype i = 0; i < Block; ++i)
+        out[i] = static_cast<char>(units[i]);
 }
 
 void widen(const char *bytes, QChar *out)
@@ -63,7 +88,7 @@ CodePage::CodePage(int number, std::unique_ptr<IcuConverter> converter)
     addFreeBytes();
     m_leavesAscii = m_units.size() > LastAscii;
     for (unsigned byte = 0; m_leavesAscii && byte <= LastAscii; ++byte)
-        m_leavesAscii = m_units[byte] == byte;
+        m_leavesAscii = m_units[byte] == byte && m_values[byte] == byte;
 }
 
 CodePage::~CodePage() = default;
@@ -144,8 +169,18 @@ QByteArray CodePage::toBytes(QStringView text) const
         return doubleToBytes(text);
     QByteArray bytes(text.size(), Qt::Uninitialized);
     char *out = bytes.data();
-    for (const QChar unit : text)
-        *out++ = static_cast<char>(m_values[unit.unicode()]);
+    const char16_t *in = text.utf16();
+    const char16_t *const end = in + text.size();
+    while (in != end) {
+        const auto size = std::min<qsizetype>(Block, end - in);
+        if (size == Block && m_leavesAscii && isAscii(in))
+            narrow(in, out);
+        else
+            std::transform(in, in + size, out,
+                           [this](char16_t unit) { return static_cast<char>(m_values[unit]); });
+        in += size;
+        out += size;
+    }
     return bytes;
 }
 
@@ -168,6 +203,31 @@ QString CodePage::fromBytes(QByteArrayView bytes) const
         out += size;
     }
     return text;
+}
+
+std::optional<QByteArray> CodePage::foldedLatin1(QByteArrayView bytes) const
+{
+    if (m_units.empty() || !isSingleByte())
+        return std::nullopt;
+    QByteArray result(bytes.size(), Qt::Uninitialized);
+    char *out = result.data();
+    const char *in = bytes.begin();
+    while (in != bytes.end()) {
+        const auto size = std::min<qsizetype>(Block, bytes.end() - in);
+        if (size == Block && m_leavesAscii && isAscii(in)) {
+            lower(in, out);
+        } else {
+            for (qsizetype i = 0; i < size; ++i) {
+                const char16_t unit = foldCase(unitOf(in[i]).unicode());
+                if (unit > LastLatin1)
+                    return std::nullopt;
+                out[i] = static_cast<char>(unit);
+            }
+        }
+        in += size;
+        out += size;
+    }
+    return result;
 }
 
 QByteArray CodePage::doubleToBytes(QStringView text) const

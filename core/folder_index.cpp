@@ -80,11 +80,10 @@ std::optional<QString> FolderIndex::spelling(const QString &folder, qint64 chang
     return *std::min_element(begin, end);
 }
 
-FolderIndex::OwnChange::OwnChange(FolderIndex &index, const QString &folder, qint64 changed)
-    : m_folder(folder)
+FolderIndex::OwnChange::OwnChange(FolderIndex &index, const QString &folder) : m_folder(folder)
 {
     const auto names = index.m_folders.find(folder);
-    if (names != index.m_folders.end() && names->second.changed == changed)
+    if (names != index.m_folders.end() && names->second.changed == folderTime(folder))
         m_names = &names->second;
 }
 

@@ -320,18 +320,13 @@ QByteArray HostPath::readAll(const QString &path) const
     return *std::move(bytes);
 }
 
-FolderIndex::OwnChange HostPath::ownChange(const Directory &folder)
-{
-    return FolderIndex::OwnChange(m_index, folder.path, known(folder).changed);
-}
-
 void HostPath::replace(Entry &file, std::initializer_list<QByteArrayView> pieces, bool flush)
 {
     const QString what = u"Cannot write"_s;
     // The folder's permission alone decides over a rename; a file that is not to be written stays.
     if (file.isFile() && ::access(QFile::encodeName(file.path()).constData(), W_OK) != 0)
         failWithSystemError(what, file.path());
-    FolderIndex::OwnChange change = ownChange(file.folder);
+    FolderIndex::OwnChange change(m_index, file.folder.path);
     TemporaryFile copy(file.folder.path);
     if (!copy.isOpen() || !copy.file().writeAll(pieces) ||
         (file.isFile() && ::fchmod(copy.file().descriptor(), file.mode & 07777) != 0) ||
@@ -345,7 +340,7 @@ AppendFile HostPath::openToAppend(Entry &file)
 {
     if (file.isFile())
         return AppendFile(file.path(), O_WRONLY | O_APPEND);
-    FolderIndex::OwnChange change = ownChange(file.folder);
+    FolderIndex::OwnChange change(m_index, file.folder.path);
     if (file.isLink() && ::unlink(QFile::encodeName(file.path()).constData()) != 0)
         failWithSystemError(u"Cannot write"_s, file.path());
     AppendFile result(file.path(), O_WRONLY | O_APPEND | O_CREAT);
@@ -361,7 +356,7 @@ void HostPath::remove(Entry &file)
         return;
     if (file.isFolder())
         fail(what, file.path(), file.kind());
-    FolderIndex::OwnChange change = ownChange(file.folder);
+    FolderIndex::OwnChange change(m_index, file.folder.path);
     if (::unlink(QFile::encodeName(file.path()).constData()) != 0)
         failWithSystemError(what, file.path());
     change.removed(file.name);
@@ -440,7 +435,7 @@ HostPath::Folder HostPath::folder(const QString &path)
         if (next.isThere() && !next.isFolder())
             fail(what, next.path(), u"a file is in its place"_s);
         if (!next.isThere()) {
-            FolderIndex::OwnChange change = ownChange(next.folder);
+            FolderIndex::OwnChange change(m_index, next.folder.path);
             if (::mkdir(QFile::encodeName(next.path()).constData(), 0777) != 0)
                 failWithSystemError(what, next.path());
             change.added(next.name);
@@ -467,7 +462,7 @@ void HostPath::linkBeside(const QString &target, const QString &linkName)
         return;
     const QString what = u"Cannot make the link"_s;
     const QByteArray native = QFile::encodeName(link.path());
-    FolderIndex::OwnChange change = ownChange(link.folder);
+    FolderIndex::OwnChange change(m_index, link.folder.path);
     if (link.isLink() && ::unlink(native.constData()) != 0)
         failWithSystemError(what, link.path());
     if (::symlink(QFile::encodeName(file.name).constData(), native.constData()) == 0)

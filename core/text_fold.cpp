@@ -48,9 +48,11 @@ void foldAscii(const char16_t *in, Result *out)
 template <qsizetype Size, typename Unit>
 bool holdsBoth(const Unit *head, Unit first, const Unit *tail, Unit last)
 {
+    constexpr auto Yes = static_cast<Unit>(-1); // what the processor's own comparisons give
     Unit any = 0;
     for (qsizetype i = 0; i < Size; ++i)
-        any = static_cast<Unit>(any | ((head[i] == first) & (tail[i] == last)));
+        any =
+            static_cast<Unit>(any | ((head[i] == first ? Yes : Unit(0)) & (tail[i] == last ? Yes : Unit(0))));
     return any != 0;
 }
 

@@ -47,8 +47,8 @@ void compareWithPlainRules(ApplicationContext &app, const EngineRow &engine, QSt
     const Piece block =
         text.takeSection(rest, Needle(engine.ResultStartString), Needle(engine.ResultEndString));
     const QString expected = plain::FindSection(page, engine.ResultStartString, engine.ResultEndString);
-    check(text.view(block) == expected);
-    check(text.view(rest) == page);
+    check(text.text(block) == expected);
+    check(text.text(rest) == page);
     ListingWalk walk(app, form, text, block);
     for (const Listing &listing : plain::listings(app, form, expected))
         check(walk.next() == listing);

@@ -41,9 +41,8 @@ bool hasRunsOrLineEnds(QStringView text)
 }
 
 // Most elements hold nothing of what is to go, so each step looks first whether there is any.
-QString onOneLine(ApplicationContext &app, QStringView element)
+QString onOneLine(ApplicationContext &app, QString text)
 {
-    QString text = element.toString();
     if (text.contains(u'>') && text.contains(u'<'))
         text = StripHTML(app, text);
     if (hasRunsOrLineEnds(text))
@@ -74,8 +73,8 @@ QString clsConnect::FindSection(QString &text, const QString &beginStr, const QS
         const PageText page(text);
         Piece rest = page.all();
         const Piece piece = page.takeSection(rest, Needle(beginStr), Needle(endStr));
-        QString shortened = page.view(rest).toString();
-        section = page.view(piece).toString();
+        QString shortened = page.text(rest);
+        section = page.text(piece);
         text = std::move(shortened);
     });
     return section;
@@ -97,7 +96,7 @@ QString clsConnect::GetRankingElement(const PageText &page, Piece in, const Need
     if (begin.isEmpty())
         return element;
     reportFailure(m_app, elementTag(),
-                  [&] { element = onOneLine(m_app, page.view(page.between(in, begin, end))); });
+                  [&] { element = onOneLine(m_app, page.text(page.between(in, begin, end))); });
     return element;
 }
 
@@ -117,7 +116,7 @@ QString clsConnect::GetMatchesCounts(const PageText &page, Piece in, const Needl
     if (begin.isEmpty())
         return count;
     reportFailure(m_app, elementTag(),
-                  [&] { count = countOf(m_app, page.view(page.between(in, begin, end))); });
+                  [&] { count = countOf(m_app, page.text(page.between(in, begin, end))); });
     return count;
 }
 

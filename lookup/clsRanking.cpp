@@ -142,7 +142,7 @@ bool clsRanking::finish(clsSearchKeyword &search, int slot, int errorCode, const
         m_keywords->UpdateObject(keyword, u"Status"_s, u"Failed"_s);
         return true;
     }
-    const FetchedPage page{data, PageText(m_app.fromBytes(data))};
+    const FetchedPage page{data, PageText(data, m_app.codePage())};
     search.GetResult(page);
     if (!m_cancelled && continueWithNextPage(search, slot, page.text))
         return false;

@@ -57,7 +57,7 @@ QString clsSearchKeyword::nextLink(const PageText &page)
     area.end = at;
     const Needle mark(NextPage4);
     const qsizetype link = page.findLast(area, mark);
-    return link < 0 ? QString() : linkAt(page.view(page.trimmed({link + mark.size(), area.end}))).toString();
+    return link < 0 ? QString() : linkAt(page.text(page.trimmed({link + mark.size(), area.end}))).toString();
 }
 
 // Without a link this is the folder of the page itself.

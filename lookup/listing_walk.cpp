@@ -59,7 +59,7 @@ std::optional<Listing> ListingWalk::next()
     while (const auto section = nextSection()) {
         std::optional<Listing> listing;
         if (m_endBelongsToListing) {
-            const PageText item(m_page.view(*section).toString() + m_sectionEnd);
+            const PageText item(m_page.text(*section) + m_sectionEnd);
             if (item.all().isEmpty())
                 return std::nullopt;
             listing = listingIn(item, item.all());

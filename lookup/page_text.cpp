@@ -15,6 +15,22 @@ PageText::PageText(QString text) : m_text(std::move(text)), m_latin1(foldedLatin
         m_folded = folded(m_text);
 }
 
+PageText::PageText(QByteArray bytes, const CodePage &codePage) : m_latin1(codePage.foldedLatin1(bytes))
+{
+    if (m_latin1) {
+        m_codePage = &codePage;
+        m_bytes = std::move(bytes);
+    } else {
+        *this = PageText(codePage.fromBytes(bytes));
+    }
+}
+
+QString PageText::text(Piece piece) const
+{
+    return m_codePage ? m_codePage->fromBytes(QByteArrayView(m_bytes).sliced(piece.begin, piece.size()))
+                      : m_text.sliced(piece.begin, piece.size());
+}
+
 qsizetype PageText::find(Piece in, qsizetype from, const Needle &needle) const
 {
     if (from >= in.end)
@@ -36,9 +52,12 @@ qsizetype PageText::findLast(Piece in, const Needle &needle) const
 
 Piece PageText::trimmed(Piece piece) const
 {
-    while (piece.begin < piece.end && m_text[piece.begin] == u' ')
+    const auto isBlank = [this](qsizetype at) {
+        return m_latin1 ? (*m_latin1)[at] == ' ' : m_folded[at] == u' ';
+    };
+    while (piece.begin < piece.end && isBlank(piece.begin))
         ++piece.begin;
-    while (piece.begin < piece.end && m_text[piece.end - 1] == u' ')
+    while (piece.begin < piece.end && isBlank(piece.end - 1))
         --piece.end;
     return piece;
 }

@@ -1,6 +1,8 @@
 // Marovia Sondrel - positions of web sites in search engine results
 #pragma once
 
+#include "core/code_page.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringView>
@@ -42,9 +44,12 @@ class PageText
 {
 public:
     PageText(QString text);
+    /// The text that the bytes are in a code page, which outlives it. It is made piece by piece where that
+    /// can be.
+    PageText(QByteArray bytes, const CodePage &codePage);
 
-    Piece all() const { return {0, m_text.size()}; }
-    QStringView view(Piece piece) const { return QStringView(m_text).sliced(piece.begin, piece.size()); }
+    Piece all() const { return {0, m_latin1 ? m_latin1->size() : m_folded.size()}; }
+    QString text(Piece piece) const;
 
     /// Where needle first occurs in the piece at or behind from; -1 when it does not. An empty needle is
     /// found at from, but not at the end of the piece.
@@ -66,8 +71,11 @@ public:
 private:
     Piece take(Piece &rest, qsizetype first, qsizetype last, const Needle &end) const;
 
+    // The page: bytes of a code page of one byte a character, or text.
+    const CodePage *m_codePage = nullptr;
+    QByteArray m_bytes;
     QString m_text;
-    // One of the two. Most pages fit into bytes, of which a search goes over twice as many at a time.
+    // It folded. Most pages fit into bytes, of which a search goes over twice as many at a time.
     std::optional<QByteArray> m_latin1;
     QString m_folded;
 };

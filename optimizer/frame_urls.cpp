@@ -70,7 +70,7 @@ QStringList GetFramesetURL(ApplicationContext &app, const QString &html, const Q
         Piece rest = page.all();
         while (page.contains(rest, frame) && page.contains(rest, close)) {
             const Piece section = takeSection(page, rest, frame, close);
-            const QString value = FindValue(app, page.view(section).toString(), u"SRC"_s);
+            const QString value = FindValue(app, page.text(section), u"SRC"_s);
             if (!value.isEmpty())
                 urls.append(FormatURL(app, value, siteURL));
         }
@@ -85,8 +85,8 @@ QString FindSection(ApplicationContext &app, QString &text, const QString &start
         const PageText page(text);
         Piece rest = page.all();
         const Piece piece = takeSection(page, rest, Needle(start), Needle(end));
-        QString shortened = page.view(rest).toString();
-        section = page.view(piece).toString();
+        QString shortened = page.text(rest);
+        section = page.text(piece);
         text = std::move(shortened);
     });
     return section;

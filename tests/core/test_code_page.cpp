@@ -95,8 +95,8 @@ TEST_P(SingleBytePage, mapsAllBytesBothWays)
     EXPECT_EQ(tested.toBytes(text), bytes);
 }
 
-// Long texts are read in blocks.
-TEST_P(SingleBytePage, readsEveryByteAtEveryPlace)
+// Long texts are read and written in blocks.
+TEST_P(SingleBytePage, readsAndWritesEveryByteAtEveryPlace)
 {
     const CodePage &tested = page(GetParam());
     const QString units = tested.fromBytes(allBytes());
@@ -105,7 +105,16 @@ TEST_P(SingleBytePage, readsEveryByteAtEveryPlace)
         const QByteArray bytes = filling.first(byte % 100) + static_cast<char>(byte) + filling + "yz";
         const QString text = tested.fromBytes(bytes);
         ASSERT_EQ(text, QString(byte % 100, u'x') + units[byte] + QString(100, u'x') + u"yz"_s) << byte;
+        ASSERT_EQ(tested.toBytes(text), bytes) << byte;
     }
+}
+
+TEST(CodePage, writesNoLowerHalvesOfUnits)
+{
+    const QByteArray filling(100, 'x');
+    for (int place = 0; place < 100; ++place)
+        ASSERT_EQ(page(1252).toBytes(QString(place, u'x') + u"\u4e41"_s + QString(100, u'x')),
+                  filling.first(place) + '?' + filling);
 }
 
 TEST_P(SingleBytePage, leavesAscii)

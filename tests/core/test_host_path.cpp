@@ -297,6 +297,45 @@ TEST_F(HostPathTest, writesUnderTheSpellingOnDisk)
     EXPECT_EQ(names(root), QStringList{u"REPORTS"_s});
 }
 
+TEST_F(HostPathTest, writesSeveralFilesOfAFolderThatIsLookedUpOnce)
+{
+    put(native(u"REPORTS/PAGE.html"_s), "old");
+    HostPath::Folder reports = files.folder(composed(u"Reports"_s));
+    reports.writeUnflushed(u"page.html"_s, {"new", "er"});
+    reports.openToAppend(u"List.dat"_s).append("1");
+    reports.openToAppend(u"LIST.dat"_s).append("2");
+    reports.writeUnflushed(u"Gone.dat"_s, {});
+    reports.remove(u"gone.DAT"_s);
+    reports.remove(u"never there"_s);
+    EXPECT_EQ(bytesOf(native(u"REPORTS/PAGE.html"_s)), "newer");
+    EXPECT_EQ(bytesOf(native(u"REPORTS/List.dat"_s)), "12");
+    EXPECT_EQ(names(native(u"REPORTS"_s)), (QStringList{u"List.dat"_s, u"PAGE.html"_s}));
+    EXPECT_EQ(names(root), QStringList{u"REPORTS"_s});
+}
+
+TEST_F(HostPathTest, missesNothingThatOthersAddToAFolderMeanwhile)
+{
+    EXPECT_FALSE(files.fileExists(composed(u"Reports/other.dat"_s)));
+    HostPath::Folder reports = files.folder(composed(u"Reports"_s));
+    reports.writeUnflushed(u"a.dat"_s, {"1"});
+    put(native(u"Reports/OTHER.dat"_s), "theirs");
+    setTime(native(u"Reports"_s), LongAgo);
+    reports.writeUnflushed(u"b.dat"_s, {"2"});
+    EXPECT_EQ(files.readAll(composed(u"Reports/other.dat"_s)), "theirs");
+}
+
+TEST_F(HostPathTest, keepsAFolderThatIsLookedUpToItsFiles)
+{
+    HostPath::Folder reports = files.folder(composed(u"Reports"_s));
+    for (const QString &name : {u"../x"_s, u"a\\b"_s, u".."_s, QString()}) {
+        const QString text = u"\""_s + name + u"\" cannot be the name of a file"_s;
+        EXPECT_EQ(failureOf([&] { reports.writeUnflushed(name, {"x"}); }), text);
+        EXPECT_EQ(failureOf([&] { reports.openToAppend(name); }), text);
+        EXPECT_EQ(failureOf([&] { reports.remove(name); }), text);
+    }
+    EXPECT_EQ(names(folder.path()), (QStringList{u"outside"_s, u"root"_s}));
+}
+
 TEST_F(HostPathTest, writesNamesOfTheLongestLength)
 {
     const QString longest(255, u'a');

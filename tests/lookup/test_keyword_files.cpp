@@ -68,7 +68,7 @@ TEST_F(KeywordFilesTest, holdThePageByteForByte)
     QByteArray bytes;
     for (int byte = 0; byte < 256; ++byte)
         bytes += static_cast<char>(byte);
-    search.GetResult({bytes, PageText(world.app.fromBytes(bytes))});
+    search.GetResult({bytes, PageText(bytes, world.app.codePage())});
     EXPECT_EQ(world.read(u"Reports/Demo/Finder_travel_p1.html"_s), bytes + "\r\n");
 }
 

@@ -214,6 +214,40 @@ TEST(PageTextTest, cutsAsThePlainRulesDoOnRandomTexts)
     }
 }
 
+TEST(PageTextTest, isTheSameFromBytesAsFromText)
+{
+    std::mt19937 random(20261117);
+    const QByteArray alphabet = "aAbB  <\xe9\xc9\x8a\x9a\xb5\xff";
+    const auto bytes = [&](unsigned letters, qsizetype size) {
+        QByteArray result(size, Qt::Uninitialized);
+        for (char &byte : result)
+            byte = alphabet[static_cast<qsizetype>(random() % letters)];
+        return result;
+    };
+    for (const int number : {1252, 1251, 936, 65001}) {
+        const CodePage &codePage = *CodePage::find(number);
+        for (int round = 0; round < 2'000; ++round) {
+            // The more letters, the fewer pages fit into bytes when they are folded.
+            const unsigned letters = 7 + random() % 7;
+            const QByteArray page = bytes(letters, static_cast<qsizetype>(random() % 300));
+            const PageText read(page, codePage);
+            const PageText text(codePage.fromBytes(page));
+            ASSERT_EQ(read.all(), text.all());
+            ASSERT_EQ(read.text(read.all()), codePage.fromBytes(page));
+            const Needle begin(codePage.fromBytes(bytes(letters, 1 + static_cast<qsizetype>(random() % 3))));
+            const Needle end(codePage.fromBytes(bytes(letters, 1 + static_cast<qsizetype>(random() % 2))));
+            Piece rest = read.all();
+            Piece expectedRest = text.all();
+            const Piece section = read.takeSection(rest, begin, end);
+            ASSERT_EQ(section, text.takeSection(expectedRest, begin, end)) << page.toStdString();
+            ASSERT_EQ(rest, expectedRest) << page.toStdString();
+            ASSERT_EQ(read.text(section), text.text(section)) << page.toStdString();
+            ASSERT_EQ(read.trimmed(rest), text.trimmed(rest)) << page.toStdString();
+            ASSERT_EQ(read.findLast(rest, begin), text.findLast(rest, begin)) << page.toStdString();
+        }
+    }
+}
+
 // Enough listings that looking through the rest of the page for each of them would not end in a test's time.
 TEST(ListingWalk, comesToTheEndOfHugePages)
 {
