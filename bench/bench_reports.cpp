@@ -88,6 +88,7 @@ public:
             data += "[Engine" + QByteArray::number(i) + "]\r\nEngineURL=http://e.example/\r\n";
         app.files.writeAll(app.EngineDataFile, data);
         engines.loadEngineData();
+        QFile::remove(folder.filePath(u"Error.log"_s)); // the first load always leaves a line
         app.EngineCatalogue = &engines;
     }
 

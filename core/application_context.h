@@ -19,6 +19,7 @@ namespace sondrel {
 
 class clsEngine;
 class HttpTransport;
+class SpreadsheetFactory;
 class SmtpTransport;
 
 /// The doors that the context hands on. They outlive it.
@@ -52,6 +53,8 @@ public:
     const QString RegEngine;
     /// Owned by whoever made it; absent until the program has loaded its main window.
     clsEngine *EngineCatalogue = nullptr;
+    /// The spreadsheet program's door; set by whoever made it, absent where there is none.
+    SpreadsheetFactory *Spreadsheets = nullptr;
     bool LookupRequested = false;
     /// True when the settings name no version that has run before.
     bool FirstRun = false;

@@ -106,10 +106,16 @@ HostPath::HostPath(QStringList roots) : m_roots(std::move(roots))
 
 bool HostPath::isFileName(const QString &name)
 {
+    return !name.contains(u'\\') && isLinkName(name);
+}
+
+// What the file system takes; a "\" parts folders in our paths alone.
+bool HostPath::isLinkName(const QString &name)
+{
     if (name.isEmpty() || name == "."_L1 || name == ".."_L1)
         return false;
     for (const QChar unit : name) {
-        if (unit == u'/' || unit == u'\\' || unit < u' ' || unit == QChar(0x7F))
+        if (unit == u'/' || unit < u' ' || unit == QChar(0x7F))
             return false;
     }
     // A unit has at most three bytes.
@@ -453,7 +459,7 @@ void HostPath::makeFolder(const QString &path)
 
 void HostPath::linkBeside(const QString &target, const QString &linkName)
 {
-    if (!isFileName(linkName))
+    if (!isLinkName(linkName))
         return;
     const Entry file = this->target(target);
     const Entry link = Entry::at(file.folder, linkName);

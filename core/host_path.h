@@ -75,12 +75,13 @@ public:
     /// Makes the folder and its parents below the root. Throws Failure.
     void makeFolder(const QString &path);
     /// Makes a relative symbolic link beside the target, replacing an older link but never a file. Does
-    /// nothing when the link's name cannot be a file name, or the file system has no links. A write to the
-    /// name of such a link goes to its target where the two names differ in case only, and replaces the link
-    /// otherwise.
+    /// nothing when the file system cannot have that name, or has no links; a "\" in it is a character like
+    /// any other, since browsers ask for names that hold one. A write to the name of such a link goes to its
+    /// target where the two names differ in case only, and replaces the link otherwise.
     void linkBeside(const QString &target, const QString &linkName);
 
 private:
+    static bool isLinkName(const QString &name);
     struct Place; // a path divided into root and components
     struct Entry; // one name in a folder, as it stands on disk
     // A folder as the system spells it, and its time; -1 when that is not known.

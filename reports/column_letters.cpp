@@ -14,13 +14,17 @@ QChar letter(int index)
 
 } // namespace
 
+QString columnLetters(int number)
+{
+    QString letters;
+    for (int rest = number; rest > 0; rest = (rest - 1) / Letters)
+        letters.prepend(letter((rest - 1) % Letters));
+    return letters;
+}
+
 QString getColumn(int number)
 {
-    if (number < 1 || number > LastColumn)
-        return {};
-    const int index = number - 1;
-    const QString last(letter(index % Letters));
-    return index < Letters ? last : letter(index / Letters - 1) + last;
+    return number > LastColumn ? QString() : columnLetters(number);
 }
 
 } // namespace sondrel

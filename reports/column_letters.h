@@ -9,4 +9,7 @@ namespace sondrel {
 /// which is as wide as reports get.
 QString getColumn(int number);
 
+/// The same without the limit, for what stands beside the data.
+QString columnLetters(int number);
+
 } // namespace sondrel

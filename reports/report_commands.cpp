@@ -23,12 +23,22 @@ void giveReport(ApplicationContext &app, ReportSet &set, ReportFormat format, co
             set.writePages(shown.account, shown.keywords);
             set.ReportsFresh = true;
         }
-        set.CreateHTMLReportIndex(shown.account.Name);
+        if (format != ReportFormat::Excel)
+            set.CreateHTMLReportIndex(shown.account.Name);
     }
-    if (format == ReportFormat::Html)
+    switch (format) {
+    case ReportFormat::Html:
         openReportIndex(app, shown.account.Name);
-    else
+        break;
+    case ReportFormat::Text:
         CreateTextReport(app, shown.account, shown.engineName, shown.keywords, status);
+        break;
+    case ReportFormat::Excel:
+        // A copy of everything: events run while the workbook is made.
+        ExcelReport(app, {shown.account.Name, shown.engineName, shown.account, shown.keywords, shown.grid},
+                    status);
+        break;
+    }
     status.setPanel({});
 }
 

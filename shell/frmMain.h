@@ -144,6 +144,7 @@ private:
     void ShowOrOptimized(int item);
     void Report(ReportFormat format);
     ReportStatus reportStatus();
+    std::vector<GridCells> gridCells() const;
     void showReportProgress(int value, int maximum);
     void writeEngineReport();
     void ShowURLPosition();

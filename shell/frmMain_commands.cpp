@@ -58,6 +58,7 @@ void frmMain::connectCommands()
     setHandler(C::HtmlReport, [this] { Report(ReportFormat::Html); });
     setHandler(C::TextReport, [this] { Report(ReportFormat::Text); });
     setHandler(C::Optimizer, [this] { showOptimizer(); });
+    setHandler(C::ExcelReport, [this] { Report(ReportFormat::Excel); });
     setHandler(C::HelpContents, [this] { helpContents(); });
     setHandler(C::Support, [this] { openDealerPage(&clsDealerProfile::SupportURL); });
     setHandler(C::HomePage, [this] { openDealerPage(&clsDealerProfile::DealerURL); });

@@ -23,6 +23,21 @@ void frmMain::showReportProgress(int value, int maximum)
     m_panels->setProgress(value + 1, maximum + 1);
 }
 
+// The cells of the grid as they stand, whichever columns they have been dragged to.
+std::vector<GridCells> frmMain::gridCells() const
+{
+    constexpr std::array fields{GridField::Keyword,      GridField::Positions, GridField::Page,
+                                GridField::LastPosition, GridField::Change,    GridField::URL,
+                                GridField::Status};
+    const KeywordModel &model = m_child->model();
+    std::vector<GridCells> rows(static_cast<std::size_t>(model.rowCount()));
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        for (std::size_t i = 0; i < fields.size(); ++i)
+            rows[row][i] = model.cell(static_cast<int>(row), fields[i]);
+    }
+    return rows;
+}
+
 void frmMain::Report(ReportFormat format)
 {
     if (!m_child || m_reporting)
@@ -33,7 +48,8 @@ void frmMain::Report(ReportFormat format)
     announceReports(m_app, status);
     if (m_child && m_child->Account())
         giveReport(m_app, m_reports, format,
-                   {*m_child->Account(), m_child->EngineName(), m_child->Keywords().Keywords}, status);
+                   {*m_child->Account(), m_child->EngineName(), m_child->Keywords().Keywords, gridCells()},
+                   status);
     m_panels->setFirst({});
     m_panels->hideProgress();
     m_reporting = false;

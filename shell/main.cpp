@@ -4,6 +4,7 @@
 #include "core/places.h"
 #include "core/system_clock.h"
 #include "lookup/curl_http_control.h"
+#include "reports/spreadsheet_plugin.h"
 #include "shell/damaged_stores.h"
 #include "shell/program.h"
 #include "shell/program_application.h"
@@ -30,6 +31,8 @@ int main(int argc, char **argv)
     ApplicationContext app(places.appPath, places.systemDirectory, Doors{clock, desktop, settings, http},
                            QLocale::system());
     context = &app;
+    PluginSpreadsheets spreadsheets(folders.program + QStringLiteral("/sondrel-calc"));
+    app.Spreadsheets = &spreadsheets;
     application.onError = [&app](const std::exception &error) {
         app.WriteErrorLog(QStringLiteral("modStartUp_Main error:  ") + errorText(error));
     };

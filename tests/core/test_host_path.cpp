@@ -566,6 +566,14 @@ TEST_F(HostPathTest, replacesAnOlderLinkButNoFile)
     EXPECT_EQ(bytesOf(native(u"kept.html"_s)), "kept");
 }
 
+TEST_F(HostPathTest, linksUnderANameWithABackslash)
+{
+    put(native(u"a%5Cb"_s));
+    files.linkBeside(composed(u"a%5Cb"_s), u"a\\b"_s);
+    EXPECT_EQ(QFile::symLinkTarget(native(u"a\\b"_s)), native(u"a%5Cb"_s));
+    EXPECT_FALSE(files.fileExists(root + u"\\a\\b"_s));
+}
+
 TEST_F(HostPathTest, linksUnderNoImpossibleName)
 {
     put(native(u"a%2Fb"_s));
