@@ -4,6 +4,8 @@
 
 #include <QTemporaryDir>
 
+#include <com/sun/star/frame/XStorable.hpp>
+#include <com/sun/star/util/XCloseable.hpp>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -217,6 +219,79 @@ TEST_F(Calc, setsFontsAndColoursExactly)
     EXPECT_FALSE(cell[u"bold"].toBool());
     EXPECT_TRUE(cell[u"italic"].toBool());
     EXPECT_EQ(cell[u"size"].toDouble(), 14);
+}
+
+namespace {
+
+// A sheet with the text box "Box 1".
+class CalcShapes : public Calc
+{
+protected:
+    CalcShapes()
+    {
+        const QString shapes = folder.filePath(u"shapes.xls"_s);
+        office->run([&] {
+            const css::uno::Reference<css::frame::XStorable> document(
+                office->desktop()->loadComponentFromURL(
+                    toUno(u"file://"_s + sourceFile(u"tests/calc/shapes.fods"_s)), "_blank", 0, {}),
+                css::uno::UNO_QUERY_THROW);
+            document->storeToURL(
+                toUno(u"file://"_s + shapes),
+                sequenceOf({property("FilterName", css::uno::Any(toUno(u"MS Excel 97"_s)))}));
+            css::uno::Reference<css::util::XCloseable>(document, css::uno::UNO_QUERY_THROW)->close(true);
+        });
+        workbook.close();
+        workbook.open(shapes);
+    }
+
+    // The saved workbook as Gnumeric reads it, in Gnumeric's own form.
+    QString gnumeric()
+    {
+        workbook.saveAs(saved);
+        const QString path = folder.filePath(u"saved.xml"_s);
+        outputOf(u"ssconvert"_s, {u"-T"_s, u"Gnumeric_XmlIO:sax:0"_s, saved, path});
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return QString::fromUtf8(file.readAll());
+    }
+};
+
+} // namespace
+
+TEST_F(CalcShapes, takeTexts)
+{
+    workbook.setShapeText(Sheet, u"Box 1"_s, u"=after"_s);
+    const QString read = gnumeric();
+    EXPECT_TRUE(read.contains(u"Label=\"=after\""_s));
+    EXPECT_FALSE(read.contains(u"before"_s));
+}
+
+TEST_F(CalcShapes, areCopiedToCells)
+{
+    workbook.copyShape(Sheet, u"Box 1"_s, u"D20:E21"_s);
+    const QString read = gnumeric();
+    EXPECT_EQ(read.count(u"Label=\"before\""_s), 2);
+    EXPECT_TRUE(read.contains(u"ObjectBound=\"D20:"_s)) << qPrintable(read);
+}
+
+TEST_F(CalcShapes, arePicturesToo)
+{
+    const QString picture = folder.filePath(u"logo.png"_s);
+    QFile file(picture);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(
+        QByteArray::fromBase64("iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNk+M9QDwADhgGAWjR9"
+                               "awAAAABJRU5ErkJggg=="));
+    file.close();
+    workbook.addPicture(Sheet, picture, {10, 10, 72, 36});
+    EXPECT_TRUE(gnumeric().contains(u"SheetObjectImage"_s));
+    EXPECT_THROW(workbook.addPicture(Sheet, source, {}), SpreadsheetError);
+}
+
+TEST_F(CalcShapes, arePrintedOnThePageOfTheirSheet)
+{
+    workbook.print(Sheet, 1);
+    EXPECT_TRUE(gnumeric().contains(u"type=\"size_fit\" cols=\"1\""_s));
 }
 
 TEST_F(Calc, refusesAFileThatIsNoWorkbook)

@@ -1,6 +1,8 @@
 #include "shell/status_panels.h"
+#include "tests/doors/recording_spreadsheet.h"
 #include "tests/shell/main_window_test.h"
 
+#include <QHeaderView>
 #include <QMenu>
 #include <QMenuBar>
 #include <QProgressBar>
@@ -151,6 +153,40 @@ TEST_F(MainWindowReports, areMadeOnceWhenAskedForTwice)
     world.desktop.onPendingEvents = [this] { window->action(Command::HtmlReport)->trigger(); };
     chooseHtml();
     EXPECT_EQ(world.desktop.opened.size(), 1U);
+}
+
+TEST_F(MainWindowReports, makeTheWorkbookFromTheGridAsItIsShown)
+{
+    RecordingSpreadsheets spreadsheets;
+    world.app.Spreadsheets = &spreadsheets;
+    world.write(u"report.xlt"_s, "the template");
+    lookUp(Page);
+    grid().horizontalHeader()->moveSection(1, 7); // the keywords' column to the right
+    bool enabledMeanwhile = true;
+    spreadsheets.record.onStep = [&](const QString &) {
+        window->action(Command::HtmlReport)->trigger(); // is not heard while one is made
+        enabledMeanwhile = window->isEnabled();
+    };
+    choose(u"mnuReport"_s, Command::ExcelReport);
+    EXPECT_EQ(openedName(), u"Zeta.xls"_s);
+    EXPECT_EQ(world.desktop.opened.size(), 1U);
+    EXPECT_TRUE(enabledMeanwhile);
+    EXPECT_FALSE(world.has(u"reports/Shop/menu.html"_s));
+    EXPECT_TRUE(world.has(u"reports/Shop/EngineSummary.dat"_s));
+    EXPECT_EQ(spreadsheets.record.cells[u"Keyword Summary!12,2"_s], u"shoes"_s);
+    EXPECT_EQ(spreadsheets.record.cells[u"Keyword Summary!12,7"_s], u"http://www.site.example/shop"_s);
+    EXPECT_EQ(spreadsheets.record.cells[u"Keyword Summary!12,3"_s], u"#1"_s);
+    EXPECT_EQ(window->panels().first(), QString());
+    EXPECT_FALSE(control<QProgressBar>(*window, u"pbrSearch"_s).isVisible());
+}
+
+TEST_F(MainWindowReports, tellWhenThereIsNoSpreadsheetProgram)
+{
+    world.write(u"report.xlt"_s, "the template");
+    choose(u"mnuReport"_s, Command::ExcelReport);
+    ASSERT_EQ(world.desktop.boxes.size(), 1U);
+    EXPECT_EQ(world.desktop.boxes[0].title, u"Connect Excel"_s);
+    EXPECT_EQ(window->panels().first(), QString());
 }
 
 } // namespace
