@@ -84,7 +84,7 @@ TEST_F(CalcReport, isReadAlikeByOtherPrograms)
     EXPECT_EQ(read.value(KeywordUrl, u"D12"_s), QJsonValue(3.0));
     EXPECT_EQ(read.value(KeywordUrl, u"C12"_s), QJsonValue(240.0));
     EXPECT_EQ(read.cell(KeywordUrl, u"A2"_s)[u"background"].toString(), u"61C4F3"_s);
-    EXPECT_EQ(read.cell(Engines, u"B3"_s)[u"link"].toString(), u"http://acme.example"_s);
+    EXPECT_EQ(read.cell(Engines, u"B3"_s)[u"link"].toString(), u"http://acme.example/"_s);
     EXPECT_EQ(read.cell(Engines, u"A9"_s)[u"colour"].toString(), u"FF0000"_s);
     EXPECT_NEAR(read.sheet(Engines)[u"heights"][u"2"].toDouble(), 9, 0.5);
     const QStringList lines = gnumericLines(path(u"reports/Demo/Finder.xls"_s), 0);
