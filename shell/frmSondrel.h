@@ -98,11 +98,13 @@ private:
     void addAnswered(const AddKeywordsAnswer &answer);
     void LookUpSelectedKeyword();
     void DeleteSelectedKeywords();
+    void removeRows(const std::vector<int> &rows);
     void CopyKeywords();
     void Exportkeywords();
     void openListing(const QModelIndex &index);
     void tellOfCleaning(qsizetype count);
     void tellOfTakenName(const QString &name);
+    void FormatColum();
     void restoreColumns();
     void storeColumns();
 
@@ -121,8 +123,9 @@ private:
     QString m_shownKeyword; // of the row whose listings are shown
     int m_shownRow = -1;
     bool m_filling = false;
-    bool m_fitting = false;      // the URL column is being given its width
-    bool m_urlWidthKept = false; // because the user has given it one
+    bool m_fitting = false;     // the URL column is being given its width
+    bool m_widthsKept = false;  // because the user has dragged one
+    bool m_heightsKept = false; // of grid and list
     QStringList m_copied;
 };
 

@@ -22,6 +22,31 @@ namespace sondrel {
 namespace {
 
 const QString ColumnOrderValue = u"ColumOrder"_s;
+const QString ColumnWidthsValue = u"ColumnWidths"_s;
+const QString ListHeightsValue = u"ListHeights"_s;
+constexpr int LeastWidth = 8; // of a column, in units of the screen
+constexpr int MostWidth = 4000;
+
+// Numbers joined by ","; what is none, written by hand perhaps, gives no list.
+QList<int> numbersOf(const QString &text)
+{
+    QList<int> numbers;
+    for (const QString &part : text.split(u',')) {
+        bool isNumber = false;
+        numbers.append(part.toInt(&isNumber));
+        if (!isNumber)
+            return {};
+    }
+    return numbers;
+}
+
+QString textOf(const QList<int> &numbers)
+{
+    QStringList texts;
+    for (const int number : numbers)
+        texts.append(QString::number(number));
+    return texts.join(u',');
+}
 
 // Widths in characters, so that they follow the font.
 int widthOf(const QFontMetrics &metrics, GridField field)
@@ -63,9 +88,9 @@ void frmSondrel::connectGrid()
     connect(m_grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &frmSondrel::showCurrentRow);
     connect(m_grid, &RowTable::resized, this, &frmSondrel::fitUrlColumn);
-    connect(m_grid->horizontalHeader(), &QHeaderView::sectionResized, this, [this](int field) {
-        m_urlWidthKept |= field == static_cast<int>(GridField::URL) && !m_fitting && isVisible();
-    });
+    connect(m_grid->horizontalHeader(), &QHeaderView::sectionResized, this,
+            [this] { m_widthsKept |= !m_fitting && isVisible(); });
+    connect(m_splitter, &QSplitter::splitterMoved, this, [this] { m_heightsKept = true; });
     connect(m_grid, &RowTable::rowEntered, this, [this] {
         if (m_listingModel->rowCount() == 0)
             return;
@@ -112,10 +137,10 @@ void frmSondrel::shareWidth()
     m_listings->setColumnWidth(ListingModel::Title, rest * 3 / 5);
 }
 
-// Until the user has given it a width, the URL column takes what the others leave, but not less than its own.
+// Until the user has dragged a width, the URL column takes what the others leave, but not less than its own.
 void frmSondrel::fitUrlColumn()
 {
-    if (m_urlWidthKept)
+    if (m_widthsKept)
         return;
     int others = 0;
     for (int field = 0; field < GridFieldCount; ++field)
@@ -142,24 +167,50 @@ ColumnOrder frmSondrel::columnOrder() const
     return ColumnOrder::fromHeaders(headers);
 }
 
+// In characters, so that the widths follow the font, unless the user has dragged them.
+void frmSondrel::FormatColum()
+{
+    reportFailure(m_app, u"frmSondrel_FormatColum error   "_s, [&] {
+        const QFontMetrics metrics(m_grid->font());
+        const QList<int> kept = numbersOf(GetRegistryText(m_app, m_app.RegPreference, ColumnWidthsValue, {}));
+        m_widthsKept = kept.size() == GridFieldCount;
+        for (int field = 0; field < GridFieldCount; ++field)
+            m_grid->setColumnWidth(field, m_widthsKept ? std::clamp(kept[field], LeastWidth, MostWidth)
+                                                       : widthOf(metrics, static_cast<GridField>(field)));
+    });
+}
+
 void frmSondrel::restoreColumns()
 {
-    const QFontMetrics metrics(m_grid->font());
-    for (int field = 0; field < GridFieldCount; ++field)
-        m_grid->setColumnWidth(field, widthOf(metrics, static_cast<GridField>(field)));
+    FormatColum();
     reportFailure(m_app, u"frmSondrel_FormLoad error:  "_s, [&] {
         const ColumnOrder order =
             ColumnOrder::parse(GetRegistryText(m_app, m_app.RegPreference, ColumnOrderValue, {}));
         QHeaderView *header = m_grid->horizontalHeader();
         for (int column = 0; column < GridFieldCount; ++column)
             header->moveSection(header->visualIndex(static_cast<int>(order.fieldAt(column))), column);
+        const QList<int> heights =
+            numbersOf(GetRegistryText(m_app, m_app.RegPreference, ListHeightsValue, u"300,200"_s));
+        if (heights.size() == 2)
+            m_splitter->setSizes(heights);
     });
 }
 
 void frmSondrel::storeColumns()
 {
+    const auto store = [this](const QString &name, const QString &value) {
+        SetRegistryValue(m_app, m_app.RegPreference, name, RegistryString, value);
+    };
     CreateRegistryKey(m_app, m_app.RegPreference);
-    SetRegistryValue(m_app, m_app.RegPreference, ColumnOrderValue, RegistryString, columnOrder().stored());
+    store(ColumnOrderValue, columnOrder().stored());
+    if (m_widthsKept) {
+        QList<int> widths;
+        for (int field = 0; field < GridFieldCount; ++field)
+            widths.append(m_grid->columnWidth(field));
+        store(ColumnWidthsValue, textOf(widths));
+    }
+    if (m_heightsKept)
+        store(ListHeightsValue, textOf(m_splitter->sizes()));
 }
 
 } // namespace sondrel

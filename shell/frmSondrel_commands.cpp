@@ -93,14 +93,20 @@ void frmSondrel::tellOfTakenName(const QString &name)
 
 void frmSondrel::DeleteSelectedKeywords()
 {
-    const std::vector<int> rows = m_grid->selectedRows();
-    if (rows.empty())
-        return;
-    const MessageAnswer answer = m_app.desktop.showMessage(
-        {u"Delete Keyword"_s, u"Are you sure you want to delete selected Keyword(s)?"_s,
-         MessageIcon::Question, MessageButtons::YesNo});
-    if (answer != MessageAnswer::Yes)
-        return;
+    reportFailure(m_app, u"frmSondrel_DeleteSelectedKeywords error :  "_s, [&] {
+        const std::vector<int> rows = m_grid->selectedRows();
+        if (rows.empty())
+            return;
+        const MessageAnswer answer = m_app.desktop.showMessage(
+            {u"Delete Keyword"_s, u"Are you sure you want to delete selected Keyword(s)?"_s,
+             MessageIcon::Question, MessageButtons::YesNo});
+        if (answer == MessageAnswer::Yes)
+            removeRows(rows);
+    });
+}
+
+void frmSondrel::removeRows(const std::vector<int> &rows)
+{
     m_filling = true;
     m_model->removeKeywords(rows);
     m_filling = false;
@@ -158,8 +164,12 @@ void frmSondrel::openListing(const QModelIndex &index)
 void frmSondrel::toggleShown()
 {
     const QModelIndex current = m_grid->currentIndex();
-    if (current.isValid())
-        m_model->setShown(m_grid->selectedRows(), !m_model->shown(current.row()));
+    if (!current.isValid())
+        return;
+    std::vector<int> rows = m_grid->selectedRows();
+    if (rows.empty())
+        rows.push_back(current.row());
+    m_model->setShown(rows, !m_model->shown(current.row()));
 }
 
 void frmSondrel::startRename()

@@ -96,6 +96,9 @@ void ShowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     QStyleOptionButton box;
     box.rect = boxRect(option);
     box.palette = option.palette;
+    if (isDark(
+            option.palette)) // styles take the frame from the window's colour, which is as dark as the cell
+        box.palette.setColor(QPalette::Window, option.palette.color(QPalette::PlaceholderText));
     box.state = (option.state & QStyle::State_Enabled) | (checked ? QStyle::State_On : QStyle::State_Off);
     style->drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, painter, cell.widget);
 

@@ -48,6 +48,18 @@ QString headerTip(GridField field)
 
 KeywordModel::KeywordModel(ApplicationContext &app, QObject *parent) : QAbstractTableModel(parent), m_app(app)
 {
+    FormatGridFixRow();
+}
+
+void KeywordModel::FormatGridFixRow()
+{
+    reportFailure(m_app, u"frmSondrel_FormatGridFixRow error   "_s, [&] {
+        QStringList headers;
+        for (int field = 0; field < GridFieldCount; ++field)
+            headers.append(gridHeader(static_cast<GridField>(field)));
+        m_headers = headers;
+        Q_EMIT headerDataChanged(Qt::Horizontal, 0, GridFieldCount - 1);
+    });
 }
 
 void KeywordModel::setKeywords(clsKeywords *keywords)
@@ -232,7 +244,7 @@ QVariant KeywordModel::headerData(int section, Qt::Orientation orientation, int 
         return {};
     const auto field = static_cast<GridField>(section);
     if (role == Qt::DisplayRole)
-        return gridHeader(field);
+        return m_headers.value(section);
     if (role == Qt::TextAlignmentRole)
         return static_cast<int>(alignmentOf(field));
     if (role == Qt::ToolTipRole && !headerTip(field).isEmpty())

@@ -32,6 +32,8 @@ public:
     enum class Trend { None, Up, Down, New };
 
     explicit KeywordModel(ApplicationContext &app, QObject *parent = nullptr);
+    /// Writes the header texts.
+    void FormatGridFixRow();
 
     /// The rows behind the grid; null empties it. They outlive their use here.
     void setKeywords(clsKeywords *keywords);
@@ -73,6 +75,7 @@ private:
 
     ApplicationContext &m_app;
     clsKeywords *m_keywords = nullptr;
+    QStringList m_headers;
     std::vector<clsKeyword> m_rows;
 };
 

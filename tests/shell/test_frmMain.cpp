@@ -245,6 +245,17 @@ TEST_F(MainWindow, asksBeforeItDeletesAProject)
     EXPECT_TRUE(world.has(u"Projects/Shop/Shop.dat"_s));
 }
 
+TEST_F(MainWindow, logsADeletionThatCannotBeAskedFor)
+{
+    writeShop();
+    open();
+    world.desktop.failing = true;
+    window->give(Command::DeleteProject);
+    EXPECT_TRUE(world.takeLog().startsWith(u"frmMain_DeleteAccount error: "));
+    EXPECT_EQ(projects().count(), 1);
+    world.desktop.failing = false;
+}
+
 TEST_F(MainWindow, selectsTheFirstProjectAfterADeletion)
 {
     writeShop();

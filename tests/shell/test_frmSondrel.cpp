@@ -262,6 +262,18 @@ TEST_F(KeywordGrid, selectsThePositionsOfAUrl)
     EXPECT_TRUE(listings().hasFocus());
 }
 
+TEST_F(KeywordGrid, logsWhatKeepsItFromSelectingPositions)
+{
+    world.write(u"Results/Zeta/boots.dat"_s, Listings);
+    grid().selectRow(1);
+    click(*window, u"cmdArrow"_s);
+    urls().setCurrentItem(urls().topLevelItem(0));
+    world.desktop.onPendingEvents = [] { throw Failure(u"no events"_s); };
+    window->give(Command::ShowPosition);
+    EXPECT_EQ(world.takeLog(), u"frmMain_ShowURLPosition error:  no events"_s);
+    world.desktop.onPendingEvents = nullptr;
+}
+
 TEST_F(KeywordGrid, asksBeforeItDeletesKeywords)
 {
     grid().setFocus();
@@ -276,6 +288,15 @@ TEST_F(KeywordGrid, asksBeforeItDeletesKeywords)
     EXPECT_EQ(keywords(), (QStringList{u"shoes"_s, u"socks"_s}));
     EXPECT_EQ(grid().currentIndex().row(), 1) << "a row that is still there";
     EXPECT_EQ(saved(), "shoes;-1\r\nsocks;-1\r\n\r\n");
+}
+
+TEST_F(KeywordGrid, logsAQuestionThatCannotBeAsked)
+{
+    grid().selectRow(1);
+    world.desktop.failing = true;
+    window->give(Command::DeleteKeywords);
+    EXPECT_TRUE(world.takeLog().startsWith(u"frmSondrel_DeleteSelectedKeywords error :  "));
+    EXPECT_EQ(keywords().size(), 3);
 }
 
 TEST_F(KeywordGrid, deletesWithTheLastRowEverySelection)
@@ -389,6 +410,33 @@ TEST_F(KeywordGrid, remembersDraggedColumns)
     EXPECT_TRUE(saved().startsWith("shoes;0\r\n"));
 }
 
+TEST_F(KeywordGrid, remembersDraggedWidths)
+{
+    grid().horizontalHeader()->resizeSection(static_cast<int>(GridField::Keyword), 321);
+    window->close();
+    open();
+    EXPECT_EQ(grid().columnWidth(static_cast<int>(GridField::Keyword)), 321);
+}
+
+TEST_F(KeywordGrid, givesTheUrlTheRoomThatIsLeft)
+{
+    const int before = grid().columnWidth(static_cast<int>(GridField::URL));
+    window->resize(window->width() + 900, window->height());
+    QApplication::processEvents();
+    EXPECT_GT(grid().columnWidth(static_cast<int>(GridField::URL)), before);
+    window->close();
+    EXPECT_EQ(GetRegistryText(world.app, world.app.RegPreference, u"ColumnWidths"_s, u"none"_s), u"none"_s);
+}
+
+TEST_F(KeywordGrid, takesWidthsThatMakeNoSenseAsNone)
+{
+    world.setPreference(u"ColumnWidths"_s, u"1,x,3"_s);
+    world.setPreference(u"ListHeights"_s, u"7"_s);
+    window->close();
+    open();
+    EXPECT_GT(grid().columnWidth(static_cast<int>(GridField::Keyword)), 50);
+}
+
 TEST_F(KeywordGrid, takesItsFirstColumnOrderWhenNoneCanBeRead)
 {
     world.settings.broken = true;
@@ -403,7 +451,7 @@ TEST_F(KeywordGrid, logsAProjectThatCannotBeLoaded)
     account->Name = u"a/b"_s;
     child().setAccount(account);
     child().ResetForm();
-    EXPECT_FALSE(world.takeLog().isEmpty());
+    EXPECT_TRUE(world.takeLog().contains(u"a/b")) << "what went wrong is told";
     EXPECT_EQ(grid().model()->rowCount(), 0);
 }
 

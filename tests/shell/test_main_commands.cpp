@@ -122,6 +122,15 @@ TEST_F(MainCommands, refuseAMissingLoginPage)
     EXPECT_EQ(opened(), QStringList());
 }
 
+TEST_F(MainCommands, logARefusalThatCannotBeShown)
+{
+    openShop();
+    world.desktop.failing = true;
+    window->give(Command::EngineLogin);
+    EXPECT_TRUE(world.takeLog().startsWith(u"mnuOpenPageItem_Click error: "));
+    world.desktop.failing = false;
+}
+
 TEST_F(MainCommands, openTheDealersPages)
 {
     openShop();

@@ -168,6 +168,16 @@ TEST_F(MainLookup, saysThatListingsAreBeingWritten)
     EXPECT_TRUE(world.takeLog().endsWith(u"Error occured while loading ranking results."));
 }
 
+TEST_F(MainLookup, logsWhenEvenThatCannotBeSaid)
+{
+    start();
+    putUnreadable(world, u"Results/Zeta/socks.dat"_s);
+    world.desktop.failing = true;
+    grid().selectRow(2);
+    EXPECT_TRUE(world.takeLog().contains(u"frmSondrel_grdBidsManage_AfterSelChange:  "));
+    world.desktop.failing = false;
+}
+
 TEST_F(MainLookup, dropsFurtherHitsBeforeAllKeywords)
 {
     child().AddKeywordColToGrid({u"boots(2)"_s});
