@@ -9,6 +9,8 @@
 #include <QPixmapCache>
 #include <QSvgRenderer>
 
+#include <functional>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace sondrel {
@@ -34,13 +36,36 @@ QPixmap rendered(const QByteArray &drawing, const QSize &size, double opacity)
     return QPixmap::fromImage(image);
 }
 
-// Shows a drawing with "currentColor" replaced by the palette's text colour at the time of painting.
+// What icon themes have for the same thing, by the names that themes agree on.
+QString themeName(const QString &name)
+{
+    static const QHash<QString, QString> names{
+        {u"about"_s, u"help-about"_s},           {u"copy"_s, u"edit-copy"_s},
+        {u"exit"_s, u"application-exit"_s},      {u"help"_s, u"help-contents"_s},
+        {u"keyword-delete"_s, u"edit-delete"_s}, {u"mail"_s, u"mail-send"_s},
+        {u"paste"_s, u"edit-paste"_s},           {u"save"_s, u"document-save"_s},
+        {u"stop"_s, u"process-stop"_s},
+    };
+    return names.value(name);
+}
+
+QPixmap cached(const QString &key, const std::function<QPixmap()> &make)
+{
+    QPixmap pixmap;
+    if (!QPixmapCache::find(key, &pixmap)) {
+        pixmap = make();
+        QPixmapCache::insert(key, pixmap);
+    }
+    return pixmap;
+}
+
+// Shows the theme's icon, or the drawing with "currentColor" replaced by the palette's text colour at the
+// time of painting. Nothing is looked for before something is to be seen: the themes' folders are large, and
+// most icons lie in closed menus.
 class DrawingEngine final : public QIconEngine
 {
 public:
-    DrawingEngine(QString name, QByteArray drawing) : m_name(std::move(name)), m_drawing(std::move(drawing))
-    {
-    }
+    explicit DrawingEngine(QString name) : m_name(std::move(name)) {}
 
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override
     {
@@ -48,24 +73,24 @@ public:
         painter->drawPixmap(rect, pixmap((QSizeF(rect.size()) * ratio).toSize(), mode, state));
     }
 
-    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State) override
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override
     {
+        const QString ofTheme = themeName(m_name);
+        if (!ofTheme.isEmpty() && QIcon::hasThemeIcon(ofTheme))
+            return QIcon::fromTheme(ofTheme).pixmap(size, mode, state);
         const QString colour = colourOf(mode).name();
         const QString key = u"drawing/%1/%2/%3/%4x%5"_s.arg(m_name, colour, QString::number(mode))
                                 .arg(size.width())
                                 .arg(size.height());
-        QPixmap pixmap;
-        if (!QPixmapCache::find(key, &pixmap)) {
-            QByteArray coloured = m_drawing;
+        return cached(key, [&] {
+            QByteArray coloured = readDrawing(m_name);
             coloured.replace("currentColor", colour.toLatin1());
             constexpr double Faded = 0.6;
-            pixmap = rendered(coloured, size, mode == QIcon::Disabled ? Faded : 1);
-            QPixmapCache::insert(key, pixmap);
-        }
-        return pixmap;
+            return rendered(coloured, size, mode == QIcon::Disabled ? Faded : 1);
+        });
     }
 
-    QIconEngine *clone() const override { return new DrawingEngine(m_name, m_drawing); }
+    QIconEngine *clone() const override { return new DrawingEngine(m_name); }
 
 private:
     static QColor colourOf(QIcon::Mode mode)
@@ -82,7 +107,6 @@ private:
     }
 
     QString m_name;
-    QByteArray m_drawing;
 };
 
 // The application icon: a drawing of its own where pixels are few.
@@ -98,15 +122,17 @@ public:
     QPixmap pixmap(const QSize &size, QIcon::Mode, QIcon::State) override
     {
         constexpr int Small = 32;
-        return rendered(readDrawing(std::min(size.width(), size.height()) < Small ? u"marovia-sondrel-small"_s
-                                                                                  : u"marovia-sondrel"_s),
-                        size, 1);
+        const bool small = std::min(size.width(), size.height()) < Small;
+        return cached(u"application/%1x%2"_s.arg(size.width()).arg(size.height()), [&] {
+            return rendered(readDrawing(small ? u"marovia-sondrel-small"_s : u"marovia-sondrel"_s), size, 1);
+        });
     }
 
+    // Every window hands all of these to the desktop; it asks for larger ones when it needs them.
     QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override
     {
         QList<QSize> sizes;
-        for (const int side : {16, 22, 24, 32, 48, 64, 128})
+        for (const int side : {16, 22, 24, 32, 48, 64})
             sizes.append({side, side});
         return sizes;
     }
@@ -114,27 +140,11 @@ public:
     QIconEngine *clone() const override { return new ApplicationIconEngine; }
 };
 
-// What icon themes have for the same thing, by the names that themes agree on.
-QString themeName(const QString &name)
-{
-    static const QHash<QString, QString> names{
-        {u"about"_s, u"help-about"_s},           {u"copy"_s, u"edit-copy"_s},
-        {u"exit"_s, u"application-exit"_s},      {u"help"_s, u"help-contents"_s},
-        {u"keyword-delete"_s, u"edit-delete"_s}, {u"mail"_s, u"mail-send"_s},
-        {u"paste"_s, u"edit-paste"_s},           {u"save"_s, u"document-save"_s},
-        {u"stop"_s, u"process-stop"_s},
-    };
-    return names.value(name);
-}
-
 } // namespace
 
 QIcon programIcon(const QString &name)
 {
-    if (const QString ofTheme = themeName(name); !ofTheme.isEmpty() && QIcon::hasThemeIcon(ofTheme))
-        return QIcon::fromTheme(ofTheme);
-    const QByteArray drawing = readDrawing(name);
-    return drawing.isEmpty() ? QIcon() : QIcon(new DrawingEngine(name, drawing));
+    return QFile::exists(u":/icons/"_s + name + u".svg"_s) ? QIcon(new DrawingEngine(name)) : QIcon();
 }
 
 QIcon applicationIcon()

@@ -162,5 +162,6 @@ TEST(ApplicationIcon, showsThreeBarsInARingAtEverySize)
 TEST(ApplicationIcon, offersTheSizesOfWindowsAndPanels)
 {
     EXPECT_TRUE(applicationIcon().availableSizes().contains(QSize(16, 16)));
-    EXPECT_TRUE(applicationIcon().availableSizes().contains(QSize(128, 128)));
+    EXPECT_TRUE(applicationIcon().availableSizes().contains(QSize(64, 64)));
+    EXPECT_EQ(picture(applicationIcon(), 128).width(), 128);
 }
