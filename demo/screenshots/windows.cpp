@@ -1,8 +1,13 @@
 #include "demo/screenshots/windows.h"
 
 #include "engines/clsEngine.h"
+#include "engines/frmEngineBuilder.h"
+#include "engines/frmUpdateEngines.h"
 #include "keywords/frmAddkeywords.h"
+#include "keywords/frmKeywordBuilder.h"
+#include "optimizer/frmOptimizer.h"
 #include "project/clsAccount.h"
+#include "project/clsKeywords.h"
 #include "shell/frmAbout.h"
 #include "shell/frmAccount.h"
 #include "shell/frmFileController.h"
@@ -38,6 +43,13 @@ void takeTabs(const Take &take, const QString &name, QWidget &dialog)
         tabs->setCurrentIndex(page);
         take(name + u'-' + QString::number(page + 1), dialog);
     }
+}
+
+template <typename Window>
+void takeOne(ApplicationContext &app, const Take &take, const QString &name)
+{
+    Window window(app);
+    takeTabs(take, name, window);
 }
 
 void takeMainWindow(ApplicationContext &app, const Take &take)
@@ -83,6 +95,18 @@ void takeProjectDialogs(ApplicationContext &app, const Take &take)
         dialog.Prepare();
         takeTabs(take, u"add-keywords"_s, dialog);
     }
+    {
+        clsKeywords keywords(app);
+        keywords.AccountName = account->Name;
+        keywords.LoadKeywords();
+        frmKeywordBuilder dialog(app);
+        dialog.keywordsObject = &keywords;
+        dialog.Prepare();
+        takeTabs(take, u"keyword-builder"_s, dialog);
+    }
+    takeOne<frmEngineBuilder>(app, take, u"engine-builder"_s);
+    takeOne<frmUpdateEngines>(app, take, u"engine-update"_s);
+    takeOne<frmOptimizer>(app, take, u"optimizer"_s);
     app.EngineCatalogue = nullptr;
 }
 
@@ -93,13 +117,6 @@ void takeProgress(ApplicationContext &app, const Take &take)
         progress(37, 120);
         take(u"progress"_s, window);
     });
-}
-
-template <typename Window>
-void takeOne(ApplicationContext &app, const Take &take, const QString &name)
-{
-    Window window(app);
-    takeTabs(take, name, window);
 }
 
 } // namespace

@@ -18,7 +18,7 @@ MAIN = f"^Demo - Omega - {TITLE}"
 PATIENCE = 120  # seconds
 
 
-class Program(unittest.TestCase):
+class ProgramTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         folder = tempfile.TemporaryDirectory(prefix="sondrel-display-")
@@ -65,6 +65,8 @@ class Program(unittest.TestCase):
     def starts(self):
         return self.places.log.read_bytes().count(b" - Version: ")
 
+
+class Program(ProgramTest):
     def test_comes_up_and_ends(self):
         process = self.start()
         self.close(process)
@@ -137,6 +139,70 @@ class Program(unittest.TestCase):
         self.screen.keys("shift+F5")
         self.screen.wait_until_still()
         self.close(process)
+
+
+class NotificationArea(ProgramTest):
+    """On a desktop with a window manager and a panel whose last place is that of the icon."""
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.run_beside("openbox")
+        cls.panel = cls.run_panel()
+
+    @classmethod
+    def run_beside(cls, *command):
+        process = subprocess.Popen(command, env=cls.screen.environment, stdin=subprocess.DEVNULL,
+                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        cls.addClassCleanup(display.end, process)
+        return process
+
+    @classmethod
+    def run_panel(cls):
+        return cls.run_beside("trayer", "--edge", "top", "--align", "right", "--widthtype", "pixel", "--width", "100",
+                              "--height", "28", "--expand", "false", "--SetDockType", "true")
+
+    def setUp(self):
+        super().setUp()
+        self.wait_for(lambda: self.screen.find("^panel$"))
+        self.process = self.start()
+        self.main = self.window(MAIN)
+        self.screen.wait_until_still()
+
+    def minimise(self):
+        self.screen.do("windowminimize", self.main)
+        self.wait_for(lambda: not self.screen.find(MAIN))
+        self.screen.wait_until_still()
+
+    def click_icon(self, button=1, times=1):
+        self.screen.do("mousemove", self.screen.width - 14, 14, "click", "--repeat", times, "--delay", 60, button)
+
+    def test_takes_the_minimised_window_and_gives_it_back(self):
+        self.minimise()
+        self.click_icon()
+        self.screen.wait_until_still()
+        self.assertIsNone(self.screen.find(MAIN))
+        time.sleep(1)  # or the desktop takes the next click for the second half of a double click
+        self.click_icon(times=2)
+        self.wait_for(lambda: self.screen.find(MAIN))
+        self.close(self.process)
+
+    def test_gives_the_window_back_when_the_program_is_started_again(self):
+        self.minimise()
+        self.assertEqual(self.start().wait(PATIENCE), 0)
+        self.wait_for(lambda: self.screen.find(MAIN))
+        self.close(self.process)
+
+    def test_ends_the_program_from_its_menu(self):
+        self.minimise()
+        before = self.screen.picture()
+        self.click_icon(button=3)
+        self.wait_for(lambda: self.screen.picture() != before)
+        self.screen.wait_until_still()
+        self.screen.keys("Up", "Return")  # the last entry
+        self.window("^Exit Sondrel$")
+        self.screen.keys("alt+y")
+        self.assertEqual(self.process.wait(PATIENCE), 0)
 
 
 if __name__ == "__main__":
