@@ -40,6 +40,16 @@ std::shared_ptr<const CodePage> systemCodePage(const std::optional<QVariant> &se
     return page ? page : CodePage::western();
 }
 
+std::shared_ptr<const CodePage> chosenCodePage(SettingsStore &settings, const QString &key)
+{
+    try {
+        return systemCodePage(settings.value(key, u"CodePage"_s));
+    } catch (const Failure &) {
+        // Settings that cannot be read are reported by those who read them; text still needs a page.
+        return CodePage::western();
+    }
+}
+
 } // namespace
 
 ApplicationContext::ApplicationContext(const QString &appPath, const QString &systemDirectory,
@@ -66,12 +76,7 @@ ApplicationContext::ApplicationContext(const QString &appPath, const QString &sy
 const CodePage &ApplicationContext::codePage() const
 {
     if (!m_codePage || m_codePageRevision != settings.revision()) {
-        // Settings that cannot be read are reported by those who read them; text still needs a page.
-        try {
-            m_codePage = systemCodePage(settings.value(RegPreference, u"CodePage"_s));
-        } catch (const Failure &) {
-            m_codePage = CodePage::western();
-        }
+        m_codePage = chosenCodePage(settings, RegPreference);
         m_codePageRevision = settings.revision(); // reading may have found a change
     }
     return *m_codePage;
