@@ -60,9 +60,7 @@ void frmOptimizer::build()
     constexpr int WidthInLetters = 46;
     m_site->setMinimumContentsLength(WidthInLetters);
     m_site->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    m_fileLocation = newButton(u"cmdFileLocation"_s, u"..."_s, tr("Choose a local HTML file"));
-    m_fileLocation->setAccessibleName(tr("Choose a file"));
-    m_fileLocation->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+    m_fileLocation = newButton(u"cmdFileLocation"_s, tr("&Browse..."), tr("Choose a local HTML file"));
     m_progress = new QProgressBar;
     m_progress->setObjectName(u"prgProgress"_s);
     m_progress->setAccessibleName(tr("Progress"));
