@@ -163,6 +163,7 @@ void frmEngineBuilder::updateButtons()
 void frmEngineBuilder::SaveFile()
 {
     m_status->setText(u"Save file please wait... "_s);
+    m_status->repaint();
     SaveObject(m_shown);
     m_builder.SaveFile();
     m_status->clear();
@@ -172,6 +173,7 @@ void frmEngineBuilder::done(int result)
 {
     SaveFile();
     m_http.reset();
+    app().desktop.resetPointer(); // a page may still have been waited for
     ProgramDialog::done(result);
 }
 

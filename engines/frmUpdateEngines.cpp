@@ -108,9 +108,10 @@ void frmUpdateEngines::startOrStop()
 void frmUpdateEngines::stop()
 {
     app().desktop.beginWait();
-    m_http->Disconnect();
+    if (m_http)
+        m_http->Disconnect();
     // A transfer that never began has no end that could be told.
-    if (m_running && m_http->isIdle())
+    if (m_running && (!m_http || m_http->isIdle()))
         setDisconnected(true);
 }
 
@@ -126,8 +127,8 @@ void frmUpdateEngines::DoStart()
     m_status->show();
     m_close->setEnabled(false);
     app().desktop.runPendingEvents();
-    if (m_http)
-        m_http->Object = nullptr;
+    if (!m_running)
+        return; // stopped already
     m_http.reset();
     m_http = std::make_unique<frmHTTP>(app());
     m_http->Object = this;

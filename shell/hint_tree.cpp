@@ -2,6 +2,9 @@
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <QTextDocument>
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace sondrel {
 
@@ -27,8 +30,10 @@ QTreeWidgetItem *HintTree::addRow(const QStringList &texts)
 {
     auto *row = new QTreeWidgetItem(this, texts);
     for (int column = 0; column < columnCount(); ++column) {
-        // Texts of strangers are no markup.
-        row->setToolTip(column, texts.value(column).toHtmlEscaped());
+        // Texts of strangers are no markup, and a tool tip takes what looks like it for that.
+        const QString text = texts.value(column);
+        row->setToolTip(column,
+                        Qt::mightBeRichText(text) ? u"<qt>"_s + text.toHtmlEscaped() + u"</qt>"_s : text);
     }
     return row;
 }

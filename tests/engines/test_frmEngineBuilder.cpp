@@ -405,6 +405,7 @@ TEST_F(EngineBuilderDialog, releasesItsTransferWhenItCloses)
     getSource(u"http://first.example/find?q=tea"_s);
     dialog.close();
     EXPECT_EQ(world.http.controlsAlive, 0);
+    EXPECT_EQ(world.desktop.waiting, 0);
 }
 
 TEST_F(EngineBuilderDialog, logsARowWithoutARecord)
@@ -423,6 +424,7 @@ TEST_F(EngineBuilderDialog, triesItsStringsOnTheSourceOfASearch)
     getSource(u"http://first.example/find?q=tea"_s);
     world.http.answer(0, ResultPage);
     EXPECT_EQ(listings(), u"1 One http://one.example/\n2 Café http://two.example/a"_s);
+    EXPECT_EQ(trial().topLevelItem(1)->toolTip(1), u"Café"_s);
     EXPECT_EQ(trialText(), u"http://first.example/find?q=tea\n2 listings found.\nMatches: 2,340.\n"
                            "Next page: http://first.example/find?q=tea&p=2"_s);
 }

@@ -196,6 +196,17 @@ TEST_F(UpdateEngines, stopsATransferThatNeverBegan)
     EXPECT_EQ(world.desktop.waiting, 0);
 }
 
+TEST_F(UpdateEngines, fetchesNothingWhenItIsStoppedAtOnce)
+{
+    world.desktop.onPendingEvents = [this] {
+        world.desktop.onPendingEvents = nullptr;
+        click(dialog, u"cmdStart"_s);
+    };
+    start();
+    EXPECT_TRUE(world.http.requests.empty());
+    EXPECT_EQ(buttons(), u"Start Finish"_s);
+}
+
 TEST_F(UpdateEngines, refusesItsCloseBoxWhileItRuns)
 {
     start();

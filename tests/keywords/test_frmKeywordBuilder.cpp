@@ -484,6 +484,13 @@ TEST_F(KeywordBuilderDialog, showsTheTextsOfItsServiceReadably)
     EXPECT_EQ(world.read(Tea), "caf\xc3\xa9;5\r\n\r\n");
 }
 
+TEST_F(KeywordBuilderDialog, showsNoMarkup)
+{
+    openWith("tea\r\n", "a<b>c</b>;1\r\n");
+    EXPECT_EQ(rows(), u"a<b>c</b>=1"_s);
+    EXPECT_EQ(list().topLevelItem(0)->toolTip(0), u"<qt>a&lt;b&gt;c&lt;/b&gt;</qt>"_s);
+}
+
 TEST_F(KeywordBuilderDialog, sharesItsWidth)
 {
     open();

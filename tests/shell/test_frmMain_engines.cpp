@@ -59,8 +59,6 @@ TEST_F(MainWindowEngines, updatesAndLoadsItsEngines)
     EXPECT_EQ(window->panels().first(), QString());
     // A project keeps an engine that has gone until it is loaded again.
     EXPECT_TRUE(window->CurrentAccount()->Engine->HasKey(u"Gamma"_s));
-    chooseProject(0);
-    frmMain next(world.app);
 }
 
 TEST_F(MainWindowEngines, dropsAnEngineThatHasGoneWhenTheProjectIsLoadedAgain)
