@@ -120,6 +120,7 @@ void ExcelSheets::ExcelKeywordSummaryReport() const
     plain.bold = false;
     passOver([&] { excel.Enterxlfont(Summary, u"A3:H200"_s, plain); });
     int row = summaryHead() + 3;
+    const int heading = row;
     passOver([&] { bar(Summary, row, u"H"_s); });
     int column = 2;
     for (const QString &heading :
@@ -136,6 +137,9 @@ void ExcelSheets::ExcelKeywordSummaryReport() const
                 excel.Enterxldata(Summary, row, place, cells[i]);
         }
     }
+    // Like the template's columns, which end with its own rows.
+    passOver([&] { excel.EnterxlHAlignment(Summary, rows(u"C"_s, heading, u"F"_s, row), Centre); });
+    passOver([&] { excel.EnterxlHAlignment(Summary, rows(u"H"_s, heading, u"H"_s, row), Centre); });
     ++row;
     passOver([&] { bar(Summary, row, u"H"_s); });
     signature(Summary, row);
