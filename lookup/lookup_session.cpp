@@ -1,6 +1,7 @@
 #include "lookup/lookup_session.h"
 
 #include "core/modUtilit.h"
+#include "core/text_fold.h"
 #include "core/values.h"
 
 #include <QPointer>
@@ -114,6 +115,9 @@ void LookupSession::CreateRanking(const QStringList &keywords)
             Q_EMIT Completed();
             return;
         }
+        m_inRun.clear();
+        for (const QString &keyword : keywords)
+            m_inRun.insert(folded(keyword));
         m_progressValue = 0;
         m_progressMaximum = static_cast<int>(keywords.size()) + 1;
         const QPointer<LookupSession> alive(this);
@@ -157,11 +161,36 @@ void LookupSession::onProgress()
         Q_EMIT progressChanged(++m_progressValue, m_progressMaximum);
 }
 
+// Another session may have looked other keywords up in the meantime: what it has stored is newer than what
+// this one has read, and is not to be lost when the file is written anew.
+void LookupSession::takeForeignResults()
+{
+    clsKeywords stored(m_app);
+    stored.AccountName = Keywords->AccountName;
+    stored.LoadKeywords();
+    stored.Engine = Keywords->Engine;
+    stored.FillKeywordsLookupValue();
+    for (const clsKeyword &row : std::as_const(stored.Keywords)) {
+        QString keyword = row.Keyword;
+        StripRowSuffix(keyword);
+        if (m_inRun.contains(folded(keyword)) || m_inRun.contains(folded(row.Keyword)))
+            continue;
+        if (clsKeyword *known = Keywords->Keywords.find(row.Keyword)) {
+            const bool optimize = known->Optimize;
+            *known = row;
+            known->Optimize = optimize;
+        } else {
+            Keywords->AddKeyword(row, -1);
+        }
+    }
+}
+
 void LookupSession::onCompleted()
 {
     const QPointer<LookupSession> alive(this);
     reportFailure(m_app, u"frmMain_LookUpComplete: "_s, [&] {
         m_inSearch = 0;
+        takeForeignResults();
         Keywords->SaveKeywordResults();
         Q_EMIT rowsChanged();
         if (alive && writeReport)

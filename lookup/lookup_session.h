@@ -7,6 +7,7 @@
 #include "project/clsKeywords.h"
 
 #include <QObject>
+#include <QSet>
 #include <QStringList>
 
 #include <functional>
@@ -94,6 +95,7 @@ private:
     void onCompleted();
     void onCancelled();
     void onSchedulerTick();
+    void takeForeignResults();
 
     ApplicationContext &m_app;
     std::unique_ptr<clsRanking> m_ranking; // kept until the next run
@@ -101,6 +103,7 @@ private:
     qint16 m_inSearch = 0;
     LookupKind m_lookupKind = LookupKind::None;
     QString m_firstKeyword;
+    QSet<QString> m_inRun; // the keywords of the run, folded
     int m_progressValue = 0;
     int m_progressMaximum = 0;
 };

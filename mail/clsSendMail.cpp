@@ -102,8 +102,8 @@ void clsSendMail::setCustomFields(const std::optional<QStringList> &names,
 
 void clsSendMail::SendMail()
 {
-    m_progress = u"SendMail Start: "_s + m_recipient;
     try {
+        m_progress = u"SendMail Start: "_s + m_recipient;
         if (m_recipient.indexOf(u'@') < 2) {
             Q_EMIT Completed(InvalidAddress, u"Invalid email address: "_s + m_recipient);
             return;

@@ -147,6 +147,8 @@ int main(int argc, char **argv)
         {u"app"_s, u"Stands in for the application folder."_s, u"folder"_s},
         {u"system"_s, u"Stands in for the system directory."_s, u"folder"_s},
         {u"registry"_s, u"Stands in for the settings store."_s, u"file"_s},
+        {u"ca"_s, u"Certificates that mail servers are trusted by."_s, u"file"_s},
+        {u"smtps-port"_s, u"Stands in for the port of mail servers that begin with TLS."_s, u"port"_s},
         {u"today"_s, u"Stands in for the clock, as 2026-11-15T10:00:00."_s, u"time"_s},
     });
     parser.process(application);
@@ -168,7 +170,11 @@ int main(int argc, char **argv)
     FileSettingsStore settings(place(u"registry"_s, u"settings.ini"_s));
     ApplicationContext *context = nullptr;
     CurlTransport transport([&context](QStringView text) { return context->toBytes(text); });
-    CurlSmtpTransport mail;
+    SmtpOptions mailOptions;
+    mailOptions.caFile = parser.value(u"ca"_s);
+    if (parser.isSet(u"smtps-port"_s))
+        mailOptions.implicitTlsPort = parser.value(u"smtps-port"_s).toInt();
+    CurlSmtpTransport mail(mailOptions);
     ApplicationContext app(appFolder, systemFolder, Doors{clock, desktop, settings, transport, &mail},
                            QLocale(QLocale::English, QLocale::UnitedStates));
     context = &app;
@@ -178,7 +184,8 @@ int main(int argc, char **argv)
     std::string line;
     while (std::getline(std::cin, line)) {
         const QJsonObject request =
-            withFolder(QJsonDocument::fromJson(QByteArray::fromStdString(line)).object(), app.AppPath).toObject();
+            withFolder(QJsonDocument::fromJson(QByteArray::fromStdString(line)).object(), app.AppPath)
+                .toObject();
         QJsonObject result;
         const auto operation = operations.constFind(request.value(u"op"_s).toString());
         if (operation == operations.constEnd()) {

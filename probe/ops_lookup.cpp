@@ -1,8 +1,10 @@
+#include "automation/scheduler.h"
 #include "core/text_fold.h"
 #include "engines/clsEngine.h"
 #include "lookup/lookup_session.h"
 #include "lookup/ranking_query.h"
 #include "probe/operations.h"
+#include "project/clsMain.h"
 #include "reports/html_report.h"
 #include "reports/report_files.h"
 #include "reports/report_pages.h"
@@ -138,12 +140,71 @@ QJsonObject writeReportSet(const Call &call)
     return answer(index ? QJsonValue(*call.app.files.find(*index)) : QJsonValue());
 }
 
+// The projects of the list, and no window that shows one.
+class UnseenView final : public SchedulerView
+{
+public:
+    QStringList names;
+
+    QStringList projects() const override { return names; }
+    std::shared_ptr<clsAccount> CurrentAccount() const override { return nullptr; }
+    QString CurrentEngine() const override { return {}; }
+    LookupSession *shownSession() const override { return nullptr; }
+    void showResults(const std::shared_ptr<clsAccount> &) override {}
+    void showAutoRun(const QString &) override {}
+    QStringList nodeKeys() const override { return {}; }
+    void openNode(int) override {}
+};
+
+// The scheduler of a process: one scan goes on where the last one stopped.
+struct Automation
+{
+    explicit Automation(ApplicationContext &app) : reports(app), scheduler(app, view, reports) {}
+
+    UnseenView view;
+    ReportSet reports;
+    Scheduler scheduler;
+};
+
+QJsonObject dueLookups(const Call &call, Automation &automation)
+{
+    const LoadedCatalogue catalogue(call.app);
+    automation.view.names.clear();
+    clsMain(call.app).loadAccount(automation.view.names);
+    automation.reports.ResetReporter();
+    Scheduler &scheduler = automation.scheduler;
+
+    QEventLoop loop;
+    QJsonValue project(QJsonValue::Null);
+    const auto quitAtTheEnd = [&] {
+        if (!scheduler.AutoRunning() && !scheduler.isMailing())
+            loop.quit();
+    };
+    QObject::connect(&scheduler, &Scheduler::runFinished, &loop, [&](const QString &name) {
+        project = name;
+        quitAtTheEnd();
+    });
+    QObject::connect(&scheduler, &Scheduler::mailsFinished, &loop, quitAtTheEnd);
+    QTimer::singleShot(0, &loop, [&] {
+        scheduler.scan();
+        quitAtTheEnd();
+    });
+    loop.exec();
+    return answer(project);
+}
+
 } // namespace
 
 void addLookupOperations(Operations &operations)
 {
     operations.insert(u"QueryAddress"_s, queryAddress);
     operations.insert(u"Lookup"_s, lookup);
+    operations.insert(u"DueLookups"_s,
+                      [automation = std::shared_ptr<Automation>()](const Call &call) mutable {
+                          if (!automation)
+                              automation = std::make_shared<Automation>(call.app);
+                          return dueLookups(call, *automation);
+                      });
     operations.insert(u"WriteReportSet"_s, writeReportSet);
 }
 

@@ -1,6 +1,10 @@
 #include "mail/clsSendMail.h"
 #include "probe/operations.h"
 
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QTimer>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace sondrel::probe {
@@ -83,17 +87,44 @@ const QHash<QString, Setter> &setters()
     return table;
 }
 
-QJsonObject formatMessage(const Call &call)
+void setProperties(clsSendMail &mail, const QJsonObject &properties)
 {
-    clsSendMail mail(call.app);
-    const QJsonObject properties = call.args.at(0).toObject();
     for (auto it = properties.begin(); it != properties.end(); ++it) {
         if (const auto setter = setters().constFind(it.key()); setter != setters().constEnd())
             (*setter)(mail, it.value());
     }
+}
+
+QJsonObject formatMessage(const Call &call)
+{
+    clsSendMail mail(call.app);
+    setProperties(mail, call.args.at(0).toObject());
     mail.prepareTexts();
     mail.FormatMessage();
     return answer(call.app.fromBytes(streamOf(mail.message()).readAll()));
+}
+
+// Sends it for good; the events, in order.
+QJsonObject sendMail(const Call &call)
+{
+    clsSendMail mail(call.app);
+    setProperties(mail, call.args.at(0).toObject());
+    QEventLoop loop;
+    QJsonArray events;
+    QObject::connect(&mail, &clsSendMail::SendMailError, &loop, [&](qint32 number, const QString &text) {
+        events.append(QJsonArray{u"SendMailError"_s, number, text});
+    });
+    QObject::connect(&mail, &clsSendMail::Completed, &loop, [&](qint32 number, const QString &text) {
+        events.append(QJsonArray{u"Completed"_s, number, text});
+        loop.quit();
+    });
+    QElapsedTimer elapsed;
+    elapsed.start();
+    QTimer::singleShot(0, &mail, &clsSendMail::SendMail);
+    loop.exec();
+    QJsonObject result = answer(events);
+    result.insert(u"ms"_s, elapsed.elapsed());
+    return result;
 }
 
 } // namespace
@@ -104,6 +135,7 @@ void addMailOperations(Operations &operations)
                       [](const Call &call) { return answer(clsSendMail(call.app).WrapWord(call.text(0))); });
     operations.insert(u"getNumberToSend"_s, numberToSend);
     operations.insert(u"FormatMessage"_s, formatMessage);
+    operations.insert(u"SendMail"_s, sendMail);
 }
 
 } // namespace sondrel::probe

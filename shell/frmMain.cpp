@@ -41,6 +41,7 @@ frmMain::frmMain(ApplicationContext &app, QWidget *parent)
     buildToolBar();
     buildPanes();
     m_panels = new StatusPanels(statusBar());
+    makeScheduler();
     connectWidgets();
     connectCommands();
     ShowOrOptimized(textOf(Command::ShowOptimized).number);
@@ -146,9 +147,9 @@ void frmMain::unload()
     saveMainWindowSettings(m_app, {place.left(), place.top(), place.width(), place.height()}, m_urlBoxOpen,
                            isMinimized());
     releaseMainWindow(m_app, m_state);
-    unloadAutoLookup();
     if (m_optimizer)
         m_optimizer->close();
+    m_scheduler->unload();
     if (m_child) {
         m_child->unload();
         delete m_child;

@@ -1,6 +1,7 @@
 // Marovia Sondrel - positions of web sites in search engine results
 #pragma once
 
+#include "automation/scheduler.h"
 #include "project/clsAccount.h"
 #include "reports/report_commands.h"
 #include "reports/report_set.h"
@@ -33,7 +34,7 @@ class StatusPanels;
 
 /// The frame of the program: projects, engines and tracked URLs on the left, the keyword grid of the chosen
 /// engine on the right, menus, tool bar and status bar. It routes commands to the grid and to dialogs.
-class frmMain final : public QMainWindow, private MainWindowSteps
+class frmMain final : public QMainWindow, private MainWindowSteps, private SchedulerView
 {
     Q_OBJECT
 
@@ -45,8 +46,8 @@ public:
     void load();
 
     /// What the window shows.
-    const std::shared_ptr<clsAccount> &CurrentAccount() const { return m_account; }
-    QString CurrentEngine() const { return m_engine; }
+    std::shared_ptr<clsAccount> CurrentAccount() const override { return m_account; }
+    QString CurrentEngine() const override { return m_engine; }
     frmSondrel *child() const { return m_child; }
     bool hasProjects() const;
     bool isClosing() const { return m_closing; }
@@ -57,6 +58,7 @@ public:
     void give(Command command);
     QAction *action(Command command) const;
     StatusPanels &panels() { return *m_panels; }
+    Scheduler &scheduler() { return *m_scheduler; }
 
     void ResetReporter() { m_reports.ResetReporter(); }
 
@@ -122,7 +124,7 @@ private:
     void loadProjectList();
     bool lookupRuns() const;
     bool showsChild() const;
-    QStringList projects() const;
+    QStringList projects() const override;
     QString selectedUrl() const;
 
     // What can be done, and what to do next.
@@ -133,9 +135,17 @@ private:
     void watchForMinimising();
 
     // The scheduler's part.
-    void ShowAutoRunState();
-    std::optional<AutoLookup> autoLookup();
-    void unloadAutoLookup();
+    LookupSession *shownSession() const override;
+    void showResults(const std::shared_ptr<clsAccount> &account) override;
+    void showAutoRun(const QString &text) override;
+    QStringList nodeKeys() const override;
+    void openNode(int position) override;
+    QList<QTreeWidgetItem *> nodes() const;
+    void makeScheduler();
+    void restoreProgress();
+    void ShowAutoRunState() { m_scheduler->ShowAutoRunState(); }
+    AutoLookup autoLookup();
+    void SendReport();
 
     // Commands.
     void passToChild(Command command);
@@ -159,10 +169,10 @@ private:
     MainWindowState m_state;
     std::map<Command, std::function<void()>> m_handlers;
     ReportSet m_reports;
+    std::unique_ptr<Scheduler> m_scheduler;
     std::shared_ptr<clsAccount> m_account;
     QString m_engine;
     QString m_nodeKey; // of the selected tree node
-    bool m_schedulerEnabled = false;
     frmSondrel *m_child = nullptr;
     std::map<Command, QAction *> m_actions;
     std::map<Menu, QMenu *> m_menus;

@@ -53,12 +53,13 @@ void frmMain::connectCommands()
         setHandler(command, [this, command] { ShowOrOptimized(textOf(command).number); });
     setHandler(C::ShowPosition, [this] { ShowURLPosition(); });
     setHandler(C::GoToCompetitor, [this] { openUrl(); });
-    for (const C command : {C::LookupSelected, C::LookupAll, C::Stop})
+    for (const C command : {C::LookupSelected, C::LookupAll, C::LookupAllEngines, C::Stop})
         setHandler(command, [this, command] { LookUp(textOf(command).number); });
     setHandler(C::HtmlReport, [this] { Report(ReportFormat::Html); });
     setHandler(C::TextReport, [this] { Report(ReportFormat::Text); });
     setHandler(C::Optimizer, [this] { showOptimizer(); });
     setHandler(C::ExcelReport, [this] { Report(ReportFormat::Excel); });
+    setHandler(C::SendReport, [this] { SendReport(); });
     setHandler(C::HelpContents, [this] { helpContents(); });
     setHandler(C::Support, [this] { openDealerPage(&clsDealerProfile::SupportURL); });
     setHandler(C::HomePage, [this] { openDealerPage(&clsDealerProfile::DealerURL); });
@@ -75,14 +76,14 @@ void frmMain::passToChild(Command command)
 
 void frmMain::Config()
 {
-    const bool was = m_schedulerEnabled;
+    const bool was = m_scheduler->isEnabled();
     frmPreference dialog(m_app, this);
     dialog.exec();
     clsPreference preference;
     preference.GetSettings(m_app);
     ResetReporter();
     setScheduler(preference.SchedulerEnable, schedulerStateText(preference.SchedulerEnable));
-    if (m_schedulerEnabled && !was)
+    if (m_scheduler->isEnabled() && !was)
         ShowAutoRunState();
 }
 
@@ -104,6 +105,12 @@ void frmMain::LookUp(int item)
              u"Please create a new Account by clicking the 'Project' button on the toolbar "
              "before you can doing ranking look up."_s,
              MessageIcon::None, MessageButtons::Ok});
+        return;
+    }
+    if (item == textOf(Command::Stop).number)
+        m_scheduler->requestStop();
+    if (item == textOf(Command::LookupAllEngines).number) {
+        m_scheduler->startAllEngines();
         return;
     }
     if (!m_child)

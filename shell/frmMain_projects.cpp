@@ -182,6 +182,7 @@ void frmMain::connectChild()
         m_child->addGridAction(action(command));
     LookupSession &session = m_child->session();
     session.writeReport = [this] { writeEngineReport(); };
+    connect(&session, &LookupSession::Completed, m_scheduler.get(), &Scheduler::onShownSessionCompleted);
     connect(&session, &LookupSession::panelChanged, this,
             [this](LookupSession::Panel panel, const QString &text) {
                 if (panel == LookupSession::Panel::First)
