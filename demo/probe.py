@@ -11,10 +11,11 @@ class ProbeFailed(Exception):
 class Probe:
     """One running probe, on given folders. Use as a context: it ends with it."""
 
-    def __init__(self, program, app, system, registry, today=None):
+    def __init__(self, program, app, system, registry, today=None, options=()):
         command = [str(program), "--app", str(app), "--system", str(system), "--registry", str(registry)]
         if today:
             command += ["--today", today]
+        command += options
         self._process = subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
 
     def __enter__(self):

@@ -104,7 +104,7 @@ QJsonObject formatMessage(const Call &call)
     return answer(call.app.fromBytes(streamOf(mail.message()).readAll()));
 }
 
-// Sends it for good; the events, in order.
+// Sends it for good; the events, in order, and the times that it took.
 QJsonObject sendMail(const Call &call)
 {
     clsSendMail mail(call.app);
@@ -120,9 +120,17 @@ QJsonObject sendMail(const Call &call)
     });
     QElapsedTimer elapsed;
     elapsed.start();
+    // How long the event loop stands still at most.
+    QElapsedTimer turn;
+    qint64 longest = 0;
+    QTimer turning;
+    QObject::connect(&turning, &QTimer::timeout, &loop, [&] { longest = std::max(longest, turn.restart()); });
+    turn.start();
+    turning.start(1);
     QTimer::singleShot(0, &mail, &clsSendMail::SendMail);
     loop.exec();
     QJsonObject result = answer(events);
+    result.insert(u"block_ms"_s, std::max(longest, turn.elapsed()));
     result.insert(u"ms"_s, elapsed.elapsed());
     return result;
 }

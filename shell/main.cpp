@@ -4,6 +4,7 @@
 #include "core/places.h"
 #include "core/system_clock.h"
 #include "lookup/curl_http_control.h"
+#include "mail/curl_smtp_session.h"
 #include "reports/spreadsheet_plugin.h"
 #include "shell/damaged_stores.h"
 #include "shell/program.h"
@@ -28,8 +29,9 @@ int main(int argc, char **argv)
     FileSettingsStore settings(places.settingsFile);
     const ApplicationContext *context = nullptr;
     CurlTransport http([&context](QStringView text) { return context->toBytes(text); });
-    ApplicationContext app(places.appPath, places.systemDirectory, Doors{clock, desktop, settings, http},
-                           QLocale::system());
+    CurlSmtpTransport mail;
+    ApplicationContext app(places.appPath, places.systemDirectory,
+                           Doors{clock, desktop, settings, http, &mail}, QLocale::system());
     context = &app;
     PluginSpreadsheets spreadsheets(folders.program + QStringLiteral("/sondrel-calc"));
     app.Spreadsheets = &spreadsheets;

@@ -109,6 +109,7 @@ TEST_F(ScheduledWindow, stopsBetweenTheEngines)
 
 TEST_F(ScheduledWindow, asksForAProjectFirst)
 {
+    whenModal<QDialog>([](QDialog &dialog) { dialog.reject(); }); // for a new project
     open();
     window->give(Command::LookupAllEngines);
     ASSERT_FALSE(world.desktop.boxes.empty());
