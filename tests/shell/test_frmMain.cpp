@@ -224,7 +224,7 @@ TEST_F(MainWindow, showsWhatAnEditHasChanged)
     open();
     whenModal<frmAccount>([](frmAccount &dialog) {
         checkEngine(dialog, u"Alpha"_s);
-        control<QTreeWidget>(dialog, u"lvwURLs"_s).takeTopLevelItem(1);
+        delete control<QTreeWidget>(dialog, u"lvwURLs"_s).takeTopLevelItem(1);
         click(dialog, u"cmdOK"_s);
     });
     window->give(Command::EditProject);
