@@ -54,6 +54,7 @@ void frmEngineBuilder::build()
     m_status->setObjectName(u"stbStatus"_s);
     m_status->setTextFormat(Qt::PlainText);
     m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // addresses can be long
+    m_status->setMinimumHeight(fontMetrics().lineSpacing());               // also while it says nothing
 
     m_fields = buildFields();
     auto *form = new QWidget;

@@ -226,6 +226,30 @@ TEST_F(EngineBuilderDialog, writesItsFileOnlyWhenItCloses)
     EXPECT_FALSE(dialog.isVisible());
 }
 
+TEST_F(EngineBuilderDialog, saysThatItWritesItsFile)
+{
+    // Keeps what a label shows whenever it is painted.
+    class Painted final : public QObject
+    {
+    public:
+        QStringList texts;
+
+    protected:
+        bool eventFilter(QObject *label, QEvent *event) override
+        {
+            if (event->type() == QEvent::Paint)
+                texts.append(static_cast<QLabel *>(label)->text());
+            return false;
+        }
+    } painted;
+    open(TwoEngines);
+    QApplication::processEvents(); // until it is on the screen
+    control<QLabel>(dialog, u"stbStatus"_s).installEventFilter(&painted);
+    dialog.SaveFile();
+    EXPECT_TRUE(painted.texts.contains(u"Save file please wait... "_s));
+    EXPECT_EQ(status(), QString());
+}
+
 TEST_F(EngineBuilderDialog, writesTheMarketsAloneWithoutEngines)
 {
     open();
