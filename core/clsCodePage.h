@@ -5,14 +5,15 @@
 
 namespace sondrel {
 
-/// Code page conversion by number, and percent-encoding of UTF-8. A packed byte string holds raw bytes two to a
-/// 16-bit unit, low byte first; conversions of it stop at the first zero byte.
+/// Code page conversion by number, and percent-encoding of UTF-8. A packed byte string holds raw bytes two to
+/// a 16-bit unit, low byte first; conversions of it stop at the first zero byte.
 class clsCodePage
 {
 public:
     explicit clsCodePage(ApplicationContext &app) : m_app(app) {}
 
-    /// Text to a packed byte string of that code page, followed by zero bytes up to twice its size. Flags are 0.
+    /// Text to a packed byte string of that code page, followed by zero bytes up to twice its size. Flags are
+    /// 0.
     QString WToA(const QString &text, int codePage, qint32 flags) const;
     /// A packed byte string to text; an unknown code page is taken as the system's.
     QString AToW(const QString &packed, int codePage, qint32 flags) const;

@@ -5,8 +5,8 @@
 
 namespace sondrel {
 
-/// Reads and writes whole text files in the system code page, under the wait cursor. Failures end silently with an
-/// empty result.
+/// Reads and writes whole text files in the system code page, under the wait cursor. Failures end silently
+/// with an empty result.
 class clsFileController
 {
 public:
@@ -14,8 +14,8 @@ public:
 
     /// The whole text, empty when the file is missing.
     QString openTextFile(const QString &path) const;
-    /// Replaces the file by the text and CR LF, after a question when asked to and the file exists. An empty path
-    /// does nothing. True when the file was written.
+    /// Replaces the file by the text and CR LF, after a question when asked to and the file exists. An empty
+    /// path does nothing. True when the file was written.
     bool saveTextFile(const QString &path, const QString &text, bool ask = false) const;
 
 private:

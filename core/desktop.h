@@ -40,14 +40,15 @@ struct FileQuestion
     FilePick kind = FilePick::Open;
     /// Pairs of a name and patterns: "Text Files (*.txt)|*.txt|All Files (*.*)|*.*".
     QString filter;
-    QString folder; // where it starts
-    QString name;   // to start with, for saving
+    QString folder;      // where it starts
+    QString name;        // to start with, for saving
     int filterIndex = 1; // of the pair in use, counted from 1; handed back
 
     bool operator==(const FileQuestion &) const = default;
 };
 
-/// The door to the desktop: message boxes, file pickers, wait cursor, beep, opening of documents and addresses.
+/// The door to the desktop: message boxes, file pickers, wait cursor, beep, opening of documents and
+/// addresses.
 class Desktop
 {
 public:

@@ -6,8 +6,8 @@
 
 namespace sondrel {
 
-/// Error.log, opened at the first record and kept open until the process ends. Records are written at once and
-/// unbuffered, so a crash loses none.
+/// Error.log, opened at the first record and kept open until the process ends. Records are written at once
+/// and unbuffered, so a crash loses none.
 class ErrorLog
 {
 public:

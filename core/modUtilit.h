@@ -7,12 +7,12 @@
 
 namespace sondrel {
 
-/// The text of an HTML page: tags removed, paragraphs and line breaks as CR LF, every line but the first without
-/// blanks in front. Entities stay.
+/// The text of an HTML page: tags removed, paragraphs and line breaks as CR LF, every line but the first
+/// without blanks in front. Entities stay.
 QString StripHTML(ApplicationContext &app, const QString &html);
 
-/// The field of that number, counted from 1; numbers below 2 give the first. Behind a delimiter the next field
-/// begins one character on, however long the delimiter is.
+/// The field of that number, counted from 1; numbers below 2 give the first. Behind a delimiter the next
+/// field begins one character on, however long the delimiter is.
 QString ParseString(ApplicationContext &app, const QString &text, const QString &delimiter, int number);
 
 /// Line ends to blanks, then runs of four, three and two blanks to one, each in a single pass.

@@ -13,8 +13,8 @@ enum RegistryType : int { RegistryString = 1, RegistryBytes = 3, RegistryInteger
 /// Makes the key with its parents; true when it was there already. Failures are logged and give false.
 bool CreateRegistryKey(ApplicationContext &app, const QString &path);
 
-/// A value: a string of at most 1024 bytes, raw bytes (QByteArray, at most 4096) or a 32-bit integer. A missing
-/// key or value, or an empty string, gives the default; so does a failure, which is logged.
+/// A value: a string of at most 1024 bytes, raw bytes (QByteArray, at most 4096) or a 32-bit integer. A
+/// missing key or value, or an empty string, gives the default; so does a failure, which is logged.
 QVariant GetRegistryValue(ApplicationContext &app, const QString &path, const QString &name, int type,
                           const QVariant &fallback);
 

@@ -18,7 +18,7 @@ struct SmtpOptions
     int answerSeconds = 300; // for one answer, or without any progress of a message
     int leaveSeconds = 60;   // for the answer to QUIT
     qint32 implicitTlsPort = 465;
-    QString caFile;          // certificates to trust; empty for the system's
+    QString caFile; // certificates to trust; empty for the system's
 };
 
 /// The real transport: libcurl, each conversation on a thread of its own, since it waits inside for the

@@ -17,8 +17,8 @@ public:
     QByteArrayList received(QByteArrayView piece);
     QByteArrayList sent(QByteArrayView piece);
 
-    /// The last line that came, masked, and the reply code that it begins with; 0 when it has none. What comes
-    /// behind QUIT is no news: a refusal makes libcurl leave by itself.
+    /// The last line that came, masked, and the reply code that it begins with; 0 when it has none. What
+    /// comes behind QUIT is no news: a refusal makes libcurl leave by itself.
     QByteArray lastReply() const { return m_lastReply; }
     int lastCode() const;
     /// A new task begins: what came before is no answer to it.

@@ -163,8 +163,7 @@ void addMatrixRow(QString &text, const ReportColumn &column)
 qsizetype matrixSize(const std::vector<ReportColumn> &columns, const Collection<clsURL> &urls)
 {
     const auto rows = static_cast<qsizetype>(columns.size());
-    qsizetype size = Frame + urls.Count() * UrlFrame +
-                     rows * (RowFrame + (urls.Count() + 2) * CellFrame);
+    qsizetype size = Frame + urls.Count() * UrlFrame + rows * (RowFrame + (urls.Count() + 2) * CellFrame);
     for (const ReportColumn &column : columns)
         size += column.Keyword.size();
     return size;

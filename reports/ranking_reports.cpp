@@ -6,23 +6,21 @@
 
 #include <QStringBuilder>
 
-
 using namespace Qt::Literals::StringLiterals;
 
 namespace sondrel {
 
 namespace {
 
-constexpr auto Head =
-    "<tr bgcolor=#0080C0>"
-    "<th width=35%><font face=arial size=2 color=#FFFFFF>Search Term</font></th>\r\n"
-    "<th width=6%><font face=arial size=2 color=#FFFFFF>Position</font></th>\r\n"
-    "<th width=6%><font face=arial size=2 color=#FFFFFF>Page</font></th>\r\n"
-    "<th width=6%><font face=arial size=2 color=#FFFFFF>Last Position</font></th>\r\n"
-    "<th width=6%><font face=arial size=2 color=#FFFFFF>Change</font></th>\r\n"
-    "<th><font face=arial size=2 color=#FFFFFF>URL</font></th>\r\n"
-    "<th width=6%><font face=arial size=2 color=#FFFFFF>Status</font></th>\r\n"
-    "</tr>"_L1;
+constexpr auto Head = "<tr bgcolor=#0080C0>"
+                      "<th width=35%><font face=arial size=2 color=#FFFFFF>Search Term</font></th>\r\n"
+                      "<th width=6%><font face=arial size=2 color=#FFFFFF>Position</font></th>\r\n"
+                      "<th width=6%><font face=arial size=2 color=#FFFFFF>Page</font></th>\r\n"
+                      "<th width=6%><font face=arial size=2 color=#FFFFFF>Last Position</font></th>\r\n"
+                      "<th width=6%><font face=arial size=2 color=#FFFFFF>Change</font></th>\r\n"
+                      "<th><font face=arial size=2 color=#FFFFFF>URL</font></th>\r\n"
+                      "<th width=6%><font face=arial size=2 color=#FFFFFF>Status</font></th>\r\n"
+                      "</tr>"_L1;
 
 // Lengths beside the variable texts, to reserve the report's memory in one piece.
 constexpr qsizetype Frame = 2 * Head.size() + 500;

@@ -19,7 +19,8 @@ public:
     QLatin1StringView next()
     {
         m_white = !m_white;
-        return QLatin1StringView(m_white ? "<tr bgcolor=#FFFFFF valign=top>" : "<tr bgcolor=#E8E8E8 valign=top>");
+        return QLatin1StringView(m_white ? "<tr bgcolor=#FFFFFF valign=top>"
+                                         : "<tr bgcolor=#E8E8E8 valign=top>");
     }
 
 private:

@@ -192,7 +192,7 @@ private:
     bool m_urlBoxOpen = false;
     bool m_closing = false;
     frmOptimizer *m_optimizer = nullptr; // while it is loaded
-    bool m_reporting = false; // a report command is under way
+    bool m_reporting = false;            // a report command is under way
 };
 
 } // namespace sondrel

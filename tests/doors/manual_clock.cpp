@@ -44,10 +44,7 @@ private:
 
 } // namespace
 
-ManualClock::ManualClock(const QDateTime &start)
-    : m_now(start), m_elapsed(std::make_shared<qint64>(0))
-{
-}
+ManualClock::ManualClock(const QDateTime &start) : m_now(start), m_elapsed(std::make_shared<qint64>(0)) {}
 
 std::unique_ptr<ClockTimer> ManualClock::createTimer(int interval, std::function<void()> onTick)
 {

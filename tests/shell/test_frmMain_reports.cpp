@@ -40,7 +40,8 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&menu));
         // A menu that has only just come up may not take the first click.
         for (int tries = 100; tries > 0 && menu.isVisible(); --tries) {
-            QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(window->action(command)).center());
+            QTest::mouseClick(&menu, Qt::LeftButton, {},
+                              menu.actionGeometry(window->action(command)).center());
             QTest::qWait(10);
         }
         ASSERT_FALSE(menu.isVisible());

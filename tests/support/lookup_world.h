@@ -8,8 +8,8 @@
 
 namespace sondrel {
 
-/// A world with a catalogue of made-up engines and a project that tracks site.example and rival.example, and is
-/// content with the first page of results.
+/// A world with a catalogue of made-up engines and a project that tracks site.example and rival.example, and
+/// is content with the first page of results.
 class LookupWorld : public World
 {
 public:

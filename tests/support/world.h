@@ -38,7 +38,8 @@ public:
     /// Writes qlteng4.dat into the system directory.
     void writeEngineData(const QByteArray &bytes) const;
 
-    /// Error.log without the CR LF in front of its first record; takes it, so that the next call gives news only.
+    /// Error.log without the CR LF in front of its first record; takes it, so that the next call gives news
+    /// only.
     QString takeLog();
     /// A value under RegPreference, with the key made first.
     void setPreference(const QString &name, const QString &value);
