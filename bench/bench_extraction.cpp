@@ -3,11 +3,7 @@
 #include "lookup/address_match.h"
 #include "lookup/clsSearchKeyword.h"
 #include "lookup/listing_walk.h"
-#include "tests/doors/manual_clock.h"
-#include "tests/doors/memory_settings.h"
-#include "tests/doors/recording_desktop.h"
-
-#include "core/http_control.h"
+#include "tests/doors/offline_program.h"
 
 #include <benchmark/benchmark.h>
 
@@ -26,20 +22,9 @@ namespace {
 
 constexpr int BytesPerListing = 2'000;
 
-class NoHttp final : public HttpTransport
+struct Program : QTemporaryDir, OfflineProgram
 {
-public:
-    std::unique_ptr<HttpPool> createPool() override { return nullptr; }
-};
-
-struct Program
-{
-    QTemporaryDir folder;
-    ManualClock clock{QDateTime(QDate(2026, 11, 15), QTime(10, 0))};
-    RecordingDesktop desktop;
-    MemorySettings settings;
-    NoHttp http;
-    ApplicationContext app{folder.path(), QString(), Doors{clock, desktop, settings, http}, QLocale::c()};
+    Program() : OfflineProgram(path()) {}
 };
 
 // One listing in the manner of today's engines: nested elements with long attributes round a link and a

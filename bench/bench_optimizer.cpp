@@ -1,11 +1,8 @@
 // A page from its text to its written report, and its cut into tags. For scale, libxml2's HTML parser merely
 // parses the same page.
-#include "core/http_control.h"
 #include "optimizer/modHTMLParse.h"
 #include "optimizer/optimizer_run.h"
-#include "tests/doors/manual_clock.h"
-#include "tests/doors/memory_settings.h"
-#include "tests/doors/recording_desktop.h"
+#include "tests/doors/offline_program.h"
 
 #include <benchmark/benchmark.h>
 
@@ -20,12 +17,6 @@ namespace {
 
 constexpr int Keywords = 50;
 
-class NoHttp final : public HttpTransport
-{
-public:
-    std::unique_ptr<HttpPool> createPool() override { return nullptr; }
-};
-
 class NoView final : public OptimizerView
 {
 public:
@@ -33,14 +24,9 @@ public:
     void showStatus(const QString &) override {}
 };
 
-struct Program
+struct Program : QTemporaryDir, OfflineProgram
 {
-    QTemporaryDir folder;
-    ManualClock clock{QDateTime(QDate(2026, 11, 15), QTime(10, 0))};
-    RecordingDesktop desktop;
-    MemorySettings settings;
-    NoHttp http;
-    ApplicationContext app{folder.path(), QString(), Doors{clock, desktop, settings, http}, QLocale::c()};
+    Program() : OfflineProgram(path()) {}
 };
 
 // A page of that many bytes: paragraphs with links and images in the manner of a shop, and a head with 50

@@ -1,10 +1,7 @@
 // Pages of any kind through the optimizer: the quick scan gives what the plain one gives, and every page ends
 // in a report or in a plain failure.
-#include "core/http_control.h"
 #include "optimizer/optimizer_report.h"
-#include "tests/doors/manual_clock.h"
-#include "tests/doors/memory_settings.h"
-#include "tests/doors/recording_desktop.h"
+#include "tests/doors/offline_program.h"
 #include "tests/optimizer/plain_scan.h"
 
 #include <QTemporaryDir>
@@ -16,20 +13,9 @@ using namespace sondrel;
 
 namespace {
 
-class NoHttp final : public HttpTransport
+struct Program : QTemporaryDir, OfflineProgram
 {
-public:
-    std::unique_ptr<HttpPool> createPool() override { return nullptr; }
-};
-
-struct Program
-{
-    QTemporaryDir folder;
-    ManualClock clock{QDateTime(QDate(2026, 11, 15), QTime(10, 0))};
-    RecordingDesktop desktop;
-    MemorySettings settings;
-    NoHttp http;
-    ApplicationContext app{folder.path(), QString(), Doors{clock, desktop, settings, http}, QLocale::c()};
+    Program() : OfflineProgram(path()) {}
 };
 
 bool titleIsInOrder(const QString &page)

@@ -1,13 +1,10 @@
 // Page text of any kind through the clean-up and the escapes.
 #include "core/clsCodePage.h"
-#include "core/http_control.h"
 #include "core/modBase64Encode.h"
 #include "core/modCommon.h"
 #include "core/modUtilit.h"
 #include "core/uucode.h"
-#include "tests/doors/manual_clock.h"
-#include "tests/doors/memory_settings.h"
-#include "tests/doors/recording_desktop.h"
+#include "tests/doors/offline_program.h"
 
 #include <QTemporaryDir>
 
@@ -16,20 +13,9 @@ using namespace sondrel;
 
 namespace {
 
-class NoHttp final : public HttpTransport
+struct Program : QTemporaryDir, OfflineProgram
 {
-public:
-    std::unique_ptr<HttpPool> createPool() override { return nullptr; }
-};
-
-struct Program
-{
-    QTemporaryDir folder;
-    ManualClock clock{QDateTime(QDate(2026, 11, 15), QTime(10, 0))};
-    RecordingDesktop desktop;
-    MemorySettings settings;
-    NoHttp http;
-    ApplicationContext app{folder.path(), QString(), Doors{clock, desktop, settings, http}, QLocale::c()};
+    Program() : OfflineProgram(path()) {}
 };
 
 void cleanUp(ApplicationContext &app, const QString &text, int number)

@@ -72,14 +72,6 @@ bool startsTooEarly(ApplicationContext &app, const AccountForm &form)
     return true;
 }
 
-Collection<clsURL> urlCollection(const std::vector<clsURL> &urls)
-{
-    Collection<clsURL> collection;
-    for (const clsURL &url : urls)
-        collection.Add(url, url.URL);
-    return collection;
-}
-
 Collection<QString> chosenEngines(const std::vector<EngineNode> &nodes)
 {
     Collection<QString> collection;
@@ -91,6 +83,14 @@ Collection<QString> chosenEngines(const std::vector<EngineNode> &nodes)
 }
 
 } // namespace
+
+Collection<clsURL> urlCollection(const std::vector<clsURL> &urls)
+{
+    Collection<clsURL> collection;
+    for (const clsURL &url : urls)
+        collection.Add(url, url.URL);
+    return collection;
+}
 
 QStringList linkCounts()
 {

@@ -98,6 +98,9 @@ AccountEnabled accountEnabled(const AccountForm &form);
 /// logged.
 std::optional<AccountFault> accountFault(ApplicationContext &app, const AccountForm &form);
 
+/// The URLs of a list as a project keeps them, by their text.
+Collection<clsURL> urlCollection(const std::vector<clsURL> &urls);
+
 /// Takes over what the dialog shows; the next lookup is the start date again. What throws is logged, and what
 /// would have been taken over behind it stays as it was.
 void AssignAccountProperty(ApplicationContext &app, const AccountForm &form, clsAccount &account);

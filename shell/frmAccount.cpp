@@ -49,14 +49,6 @@ std::vector<clsURL> rowsOf(const UrlListView &list)
     return urls;
 }
 
-Collection<clsURL> collectionOf(const std::vector<clsURL> &urls)
-{
-    Collection<clsURL> collection;
-    for (const clsURL &url : urls)
-        collection.Add(url, url.URL);
-    return collection;
-}
-
 } // namespace
 
 void frmAccount::connectControls()
@@ -204,7 +196,7 @@ void frmAccount::EditURLs()
     reportFailure(app(), u"frmMain_EditURLs: "_s, [&] {
         account();
         frmURLs dialog(app(), this);
-        dialog.setURLCollection(collectionOf(rowsOf(*m_urls)));
+        dialog.setURLCollection(urlCollection(rowsOf(*m_urls)));
         dialog.exec();
         if (!dialog.Cancelled())
             PopulateAccountURLs(app(), &dialog.URLCollection(), *m_urls);
