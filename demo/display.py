@@ -84,6 +84,9 @@ class Display:
     def keys(self, *names):
         self.do("key", "--delay", 50, *names)
 
+    def type(self, text):
+        self.do("type", "--delay", 20, text)
+
     def click(self, x, y):
         self.do("mousemove", x, y, "click", 1)
 

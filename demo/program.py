@@ -28,6 +28,10 @@ class Places:
         self.log = self.app / "Error.log"
         self.menu = self.app / "Reports" / project.NAME / "menu.html"
 
+    def advice(self, page):
+        """The optimizer's report of a page on this disk."""
+        return self.app / "Optimizer" / f"{page.name}.html"
+
     def environment(self, base):
         return dict(base, XDG_DATA_HOME=str(self.data), XDG_CONFIG_HOME=str(self.config))
 
@@ -123,6 +127,21 @@ class Driven:
         before = stamp(self._places.menu)
         self._screen.keys("alt+r", "h")
         self._wait("the report", lambda: stamp(self._places.menu) != before)
+        self._screen.wait_until_still()
+
+    def optimize(self, page):
+        """Report > Optimizer, the last item there, on a page on this disk."""
+        report = self._places.advice(page)
+        before = stamp(report)
+        self._screen.keys("alt+r", "Up", "Return")
+        self._screen.focus(self._wait("the optimizer", lambda: self._screen.find("^Optimizer$")))
+        self._screen.type(page)
+        self._screen.keys("Return")
+        self._wait("the advice", lambda: stamp(report) != before)
+        self._screen.wait_until_still()
+        self._screen.keys("alt+c")
+        self._wait("the end of the optimizer", lambda: not self._screen.find("^Optimizer$"))
+        self._screen.focus(self._window)
         self._screen.wait_until_still()
 
     def close(self):

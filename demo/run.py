@@ -72,7 +72,7 @@ def run(executable, probe, folder, fresh=False, stay=False):
                 seconds = None
             else:
                 print(f"Looking up the project {project.NAME} on {server.base} ...", flush=True)
-                seconds = drive(executable, places, folder)
+                seconds = drive(executable, places, folder, own_page(folder, shops))
             if seconds is not None or places.results.exists():
                 show(results(probe, folder, places), seconds, folder, places, shops)
             check_log(places, log_before)
@@ -82,14 +82,21 @@ def run(executable, probe, folder, fresh=False, stay=False):
     return 0
 
 
-def drive(executable, places, folder):
-    """Looks all keywords up as a person would, on a display that nobody sees; returns the seconds it took."""
+def own_page(folder, shops):
+    """The page of one's own that the optimizer is to judge."""
+    return folder / "engine" / "sites" / shops[OWN[0]].host / "index.html"
+
+
+def drive(executable, places, folder, page):
+    """Looks all keywords up as a person would, on a display that nobody sees, and has a page judged; returns the
+    seconds that the lookup took."""
     with display.Display(folder / "display") as screen:
         installed = program.install(executable, places, screen)
         with program.Driven(installed, places, screen) as driven:
             driven.open()
             seconds = driven.look_up()
             driven.report()
+            driven.optimize(page)
             driven.choose(*CHOSEN)
             screen.save(folder / "screenshot.png")
             driven.close()
@@ -152,13 +159,14 @@ def show(rows, seconds, folder, places, shops):
     app = below_here(places.app)
     if seconds is not None:
         print(f"\nScreenshot {below_here(folder)}/screenshot.png", end="")
+    advice = f"\nAdvice     {app}/Optimizer/, on a page of one's own" if (places.app / "Optimizer").is_dir() else ""
     print(f"""
 Positions  {app}/Projects/{project.NAME}/{project.ENGINE}.dat
 Project    {app}/Projects/{project.NAME}/{project.NAME}.dat and Keywords.dat
 Listings   {app}/Results/{project.ENGINE}/
 Pages      {app}/Reports/{project.NAME}/
 Log        {app}/Error.log
-Report     {app}/Reports/{project.NAME}/menu.html, for a browser
+Report     {app}/Reports/{project.NAME}/menu.html, for a browser{advice}
 
 The sites change a little with every run: run it again and see who rose and who fell.""")
 

@@ -101,6 +101,13 @@ class Demo(unittest.TestCase):
             if ":" not in link:
                 self.assertTrue((index.parent / link).is_file(), link)
 
+    def test_writes_the_advice_on_a_page(self):
+        output = self.run_demo()
+        folder = Path(re.search("Advice +(.+), on", output).group(1))
+        advice = (folder / "index.html.html").read_text(encoding="cp1252")
+        self.assertTrue(advice.startswith("<html><head>"))
+        self.assertIn("Web Site Optimizer Report", advice)
+
     def test_saves_a_screenshot(self):
         file = Path(re.search("Screenshot +(.+)", self.run_demo()).group(1))
         picture = file.read_bytes()
