@@ -44,12 +44,16 @@ class Display:
                 ["Xvfb", "-displayfd", str(tell), "-screen", "0",
                  f"{self.width}x{self.height}x24", "-nolisten", "tcp", "-fbdir", str(self._folder)], stdin=subprocess.DEVNULL, stdout=log, stderr=log, pass_fds=[tell],
                 start_new_session=True)
-        os.close(tell)
-        with open(told, encoding="ascii") as answer:
-            number = answer.readline().strip()
-        if not number:
-            self._server.wait()
-            raise RuntimeError(f"the virtual display did not start; see {self._folder}/xvfb.log")
+        try:
+            os.close(tell)
+            with open(told, encoding="ascii") as answer:
+                number = answer.readline().strip()
+            if not number:
+                self._server.wait()
+                raise RuntimeError(f"the virtual display did not start; see {self._folder}/xvfb.log")
+        except BaseException:  # an interrupt too
+            end(self._server)
+            raise
         self.name = f":{number}"
         return self
 

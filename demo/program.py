@@ -8,6 +8,7 @@ from pathlib import Path
 from demo import display, project
 
 VERSION = "4.0.0"
+TITLE = f"^{project.NAME} - {project.ENGINE} - "  # of the main window
 PATIENCE = 300  # seconds; a lookup takes about one
 
 
@@ -104,7 +105,7 @@ class Driven:
 
     def open(self):
         """Waits for the main window and gives it the keyboard."""
-        self._window = self._wait("its window", lambda: self._screen.find(f"^{project.NAME} - {project.ENGINE} - "))
+        self._window = self._wait("its window", lambda: self._screen.find(TITLE))
         self._screen.focus(self._window)
         self._screen.wait_until_still()
 
@@ -141,7 +142,7 @@ class Driven:
         self._screen.wait_until_still()
         self._screen.keys("alt+c")
         self._wait("the end of the optimizer", lambda: not self._screen.find("^Optimizer$"))
-        self._screen.focus(self._window)
+        self._screen.focus(self._screen.find(TITLE))
         self._screen.wait_until_still()
 
     def close(self):
