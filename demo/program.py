@@ -41,7 +41,7 @@ def install(executable, places, *screens):
     """Puts the program and what lies beside it into the application folder, and the settings of a version that has
     run before, on the whole of a screen where one is given."""
     for file in executable.parent.iterdir():
-        if file == executable or file.suffix in (".ini", ".html", ".xlt"):
+        if file == executable or file.suffix in (".html", ".ini", ".so", ".xlt"):
             shutil.copy2(file, places.app)
     if not places.settings.exists():
         places.settings.parent.mkdir(parents=True, exist_ok=True)

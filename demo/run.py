@@ -74,6 +74,8 @@ def run(executable, probe, folder, fresh=False, stay=False):
                 print(f"Looking up the project {project.NAME} on {server.base} ...", flush=True)
                 seconds = drive(executable, places, folder, own_page(folder, shops))
             if seconds is not None or places.results.exists():
+                if not is_newer(places.menu, places.results):
+                    write_set(probe, places)
                 show(results(probe, folder, places), seconds, folder, places, shops)
             check_log(places, log_before)
             if stay and not seated:
@@ -110,6 +112,16 @@ def results(probe, folder, places):
     scratch = folder / "probe"
     with Probe(probe, scratch / "app", scratch / "system", scratch / "settings.ini") as operations:
         return operations.ask("LoadKeywords", terms, positions, project.ENGINE)["rows"]
+
+
+def is_newer(file, other):
+    return file.exists() and file.stat().st_mtime_ns >= other.stat().st_mtime_ns
+
+
+def write_set(probe, places):
+    """Report > HTML Format, for whoever has closed the program without it."""
+    with Probe(probe, places.app, places.system, places.settings) as operations:
+        operations.ask("WriteReportSet", project.NAME)
 
 
 def check_log(places, start):

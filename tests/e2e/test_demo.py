@@ -94,7 +94,9 @@ class Demo(unittest.TestCase):
         self.assertEqual(processes_with(str(self.folder)), [])
 
     def test_writes_the_report(self):
-        output = self.run_demo()
+        self.check_report(self.run_demo())
+
+    def check_report(self, output):
         index = Path(re.search("Report +(.+), for a browser", output).group(1))
         self.assertIn(f"<h1>{project.NAME}</h1>", index.read_text(encoding="cp1252"))
         for link in re.findall('href="([^"#]+)"', index.read_text(encoding="cp1252")):
@@ -131,6 +133,7 @@ class Demo(unittest.TestCase):
             output, errors = process.communicate(timeout=300)
         self.assertEqual(process.returncode, 0, errors)
         self.assertEqual(self.without_changes(self.table(output)), self.engine_positions())
+        self.check_report(output)
 
     def wait_for(self, condition):
         deadline = time.monotonic() + 120
