@@ -2,6 +2,7 @@
 import contextlib
 import os
 import shutil
+import signal
 import struct
 import subprocess
 import time
@@ -38,13 +39,15 @@ class Display:
 
     def __enter__(self):
         told, tell = os.pipe()
-        with open(self._folder / "xvfb.log", "wb") as log:
-            # A session of its own: Ctrl+C is for the one who started it, and he ends it.
-            self._server = subprocess.Popen(
-                ["Xvfb", "-displayfd", str(tell), "-screen", "0",
-                 f"{self.width}x{self.height}x24", "-nolisten", "tcp", "-fbdir", str(self._folder)], stdin=subprocess.DEVNULL, stdout=log, stderr=log, pass_fds=[tell],
-                start_new_session=True)
+        self._server = None
         try:
+            with open(self._folder / "xvfb.log", "wb") as log, interrupts_held():
+                # A session of its own: Ctrl+C is for the one who started it, and he ends it.
+                self._server = subprocess.Popen(
+                    ["Xvfb", "-displayfd", str(tell), "-screen", "0", f"{self.width}x{self.height}x24",
+                     "-nolisten", "tcp", "-fbdir", str(self._folder)],
+                    stdin=subprocess.DEVNULL, stdout=log, stderr=log, pass_fds=[tell],
+                    start_new_session=True)
             os.close(tell)
             with open(told, encoding="ascii") as answer:
                 number = answer.readline().strip()
@@ -52,7 +55,8 @@ class Display:
                 self._server.wait()
                 raise RuntimeError(f"the virtual display did not start; see {self._folder}/xvfb.log")
         except BaseException:  # an interrupt too
-            end(self._server)
+            if self._server:
+                end(self._server)
             raise
         self.name = f":{number}"
         return self
@@ -72,9 +76,12 @@ class Display:
         return environment
 
     def do(self, *words):
-        """Runs xdotool with these words and returns what it prints, None when it fails."""
-        done = subprocess.run(["xdotool", *map(str, words)], env=self.environment, stdin=subprocess.DEVNULL,
-                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False)
+        """Runs xdotool with these words and returns what it prints, None when it fails or does not end."""
+        try:
+            done = subprocess.run(["xdotool", *map(str, words)], env=self.environment, stdin=subprocess.DEVNULL,
+                                  stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False, timeout=30)
+        except subprocess.TimeoutExpired:
+            return None
         return done.stdout.decode() if done.returncode == 0 else None
 
     def find(self, title):
@@ -82,8 +89,14 @@ class Display:
         found = (self.do("search", "--onlyvisible", "--name", title) or "").split()
         return found[-1] if found else None
 
-    def focus(self, window):
-        self.do("windowfocus", "--sync", window)
+    def focus(self, window, seconds=10):
+        """Gives a window the keyboard; False when it has not got it in time, as when it has just gone."""
+        deadline = time.monotonic() + seconds
+        while time.monotonic() < deadline:
+            if self.do("windowfocus", window) is not None and window in (self.do("getwindowfocus") or "").split():
+                return True
+            time.sleep(.05)
+        return False
 
     def keys(self, *names):
         self.do("key", "--delay", 50, *names)
@@ -132,6 +145,21 @@ class Display:
         Path(file).write_bytes(
             b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">2I5B", width, height, 8, 2, 0, 0, 0))
             + chunk(b"IDAT", zlib.compress(b"".join(b"\0" + line for line in lines), 9)) + chunk(b"IEND", b""))
+
+
+@contextlib.contextmanager
+def interrupts_held():
+    """Lets requests to end wait until a process that is started here is known, and can be ended."""
+    came = []
+    before = {number: signal.signal(number, lambda *arguments: came.append(arguments[0]))
+              for number in (signal.SIGHUP, signal.SIGINT, signal.SIGTERM)}
+    try:
+        yield
+    finally:
+        for number, handler in before.items():
+            signal.signal(number, handler)
+        for number in came:
+            signal.raise_signal(number)
 
 
 def end(process):

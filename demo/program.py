@@ -78,14 +78,22 @@ class Driven:
     """The program on a display of its own, under the keys of somebody who looks all keywords up."""
 
     def __init__(self, executable, places, screen):
+        self._executable = executable
         self._places = places
         self._screen = screen
-        environment = places.environment(screen.environment)
-        with open(places.app / "output.log", "wb") as log:
-            self._process = subprocess.Popen([executable], env=environment, cwd=places.app, stdin=subprocess.DEVNULL,
-                                             stdout=log, stderr=log, start_new_session=True)
+        self._process = None
 
     def __enter__(self):
+        environment = self._places.environment(self._screen.environment)
+        try:
+            with open(self._places.app / "output.log", "wb") as log, display.interrupts_held():
+                self._process = subprocess.Popen([self._executable], env=environment, cwd=self._places.app,
+                                                 stdin=subprocess.DEVNULL, stdout=log, stderr=log,
+                                                 start_new_session=True)
+        except BaseException:  # an interrupt too
+            if self._process:
+                display.end(self._process)
+            raise
         return self
 
     def __exit__(self, *_):
@@ -103,10 +111,16 @@ class Driven:
             time.sleep(.05)
         raise ProgramFailed(f"waited in vain for {what}")
 
+    def _focus(self, what, title):
+        """Waits for a window and gives it the keyboard."""
+        def focused():
+            found = self._screen.find(title)
+            return found and self._screen.focus(found)
+        self._wait(what, focused)
+
     def open(self):
         """Waits for the main window and gives it the keyboard."""
-        self._window = self._wait("its window", lambda: self._screen.find(TITLE))
-        self._screen.focus(self._window)
+        self._focus("its window", TITLE)
         self._screen.wait_until_still()
 
     def look_up(self):
@@ -135,23 +149,25 @@ class Driven:
         report = self._places.advice(page)
         before = stamp(report)
         self._screen.keys("alt+r", "Up", "Return")
-        self._screen.focus(self._wait("the optimizer", lambda: self._screen.find("^Optimizer$")))
+        self._focus("the optimizer", "^Optimizer$")
         self._screen.type(page)
         self._screen.keys("Return")
         self._wait("the advice", lambda: stamp(report) != before)
         self._screen.wait_until_still()
         self._screen.keys("alt+c")
         self._wait("the end of the optimizer", lambda: not self._screen.find("^Optimizer$"))
-        self._screen.focus(self._screen.find(TITLE))
+        self._focus("the main window", TITLE)
         self._screen.wait_until_still()
 
     def close(self):
         """File > Exit, and Yes."""
         self._screen.keys("ctrl+q")
-        self._wait("the last question", lambda: self._screen.find("^Exit Sondrel$"))
-        self._screen.focus(self._screen.find("^Exit Sondrel$"))
+        self._focus("the last question", "^Exit Sondrel$")
         self._screen.keys("alt+y")
-        status = self._process.wait(PATIENCE)
+        try:
+            status = self._process.wait(PATIENCE)
+        except subprocess.TimeoutExpired:
+            raise ProgramFailed("waited in vain for the end of the program") from None
         if status:
             raise ProgramFailed(f"the program ended with status {status}; see {self._places.app}/output.log")
 

@@ -28,6 +28,7 @@ class ProgramTest(unittest.TestCase):
         cls.addClassCleanup(screen.__exit__)
 
     def setUp(self):
+        self.processes = []
         folder = tempfile.TemporaryDirectory(prefix="sondrel-program-")
         self.addCleanup(folder.cleanup)
         self.places = program.Places(Path(folder.name).resolve())
@@ -36,31 +37,59 @@ class ProgramTest(unittest.TestCase):
         self.executable = program.install(Path(os.environ["SONDREL_PROGRAM"]), self.places)
 
     def start(self):
-        process = subprocess.Popen([self.executable], env=self.places.environment(self.screen.environment),
-                                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        output = self.places.app / f"output-{len(self.processes)}.log"
+        with open(output, "wb") as log:
+            process = subprocess.Popen([self.executable], env=self.places.environment(self.screen.environment),
+                                       stdin=subprocess.DEVNULL, stdout=log, stderr=log)
         self.addCleanup(display.end, process)
+        self.processes.append((process, output))
         return process
 
-    def wait_for(self, condition):
+    def wait_for(self, what, condition, process=None):
+        """Waits until the condition gives an answer; a process that is to give it must not end before."""
         deadline = time.monotonic() + PATIENCE
         while True:
             answer = condition()
             if answer:
                 return answer
-            self.assertLess(time.monotonic(), deadline)
+            if process and process.poll() is not None:
+                self.give_up(f"{what}: the program has ended")
+            if time.monotonic() > deadline:
+                self.give_up(f"waited in vain for {what}")
             time.sleep(.05)
 
-    def window(self, title):
-        found = self.wait_for(lambda: self.screen.find(title))
-        self.screen.focus(found)
-        return found
+    def give_up(self, problem):
+        """Fails, and keeps what helps to find out why."""
+        picture = Path(f"failed-{self.id()}.png").resolve()
+        self.screen.save(picture)
+        lines = [problem, f"what was seen: {picture}"]
+        for process, output in self.processes:
+            lines.append(f"process {process.pid}, status {process.poll()}: {output.read_text(errors='replace')[-4000:]}")
+        if self.places.log.exists():
+            lines.append(self.places.log.read_text(encoding="cp1252", errors="replace")[-2000:])
+        self.fail("\n".join(lines))
+
+    def window(self, title, process):
+        """Waits for a window of the process and gives it the keyboard."""
+        def focused():
+            found = self.screen.find(title)
+            return found if found and self.screen.focus(found) else None
+        return self.wait_for(f"the window '{title}'", focused, process)
+
+    def gone(self, title):
+        self.wait_for(f"the end of the window '{title}'", lambda: not self.screen.find(title))
+
+    def ended(self, process):
+        self.wait_for("the end of the program", lambda: process.poll() is not None)
+        if process.returncode:
+            self.give_up("the program has failed")
 
     def close(self, process):
-        self.window(MAIN)
+        self.window(MAIN, process)
         self.screen.keys("ctrl+q")
-        self.window("^Exit Sondrel$")
+        self.window("^Exit Sondrel$", process)
         self.screen.keys("alt+y")
-        self.assertEqual(process.wait(PATIENCE), 0)
+        self.ended(process)
 
     def starts(self):
         return self.places.log.read_bytes().count(b" - Version: ")
@@ -74,34 +103,36 @@ class Program(ProgramTest):
 
     def test_goes_on_when_ending_is_refused(self):
         process = self.start()
-        self.window(MAIN)
+        self.window(MAIN, process)
         self.screen.keys("ctrl+q")
-        self.window("^Exit Sondrel$")
+        self.window("^Exit Sondrel$", process)
         self.screen.keys("alt+n")
-        self.wait_for(lambda: not self.screen.find("^Exit Sondrel$"))
+        self.gone("^Exit Sondrel$")
         self.assertIsNone(process.poll())
         self.close(process)
 
     def test_runs_once_on_its_folder(self):
         first = self.start()
-        self.window(MAIN)
-        self.assertEqual(self.start().wait(PATIENCE), 0)
+        self.window(MAIN, first)
+        self.ended(self.start())
         self.assertIsNone(first.poll())
         self.assertEqual(self.starts(), 1)
         self.close(first)
 
     def test_starts_again_after_a_crash(self):
         first = self.start()
-        self.window(MAIN)
+        self.window(MAIN, first)
         first.kill()
         first.wait()
+        self.gone(MAIN)  # the display takes a moment to notice
         second = self.start()
         self.close(second)
         self.assertEqual(self.starts(), 2)
 
     def test_one_of_two_starts_at_once_comes_up(self):
         both = [self.start(), self.start()]
-        ended = self.wait_for(lambda: [process for process in both if process.poll() is not None])
+        ended = self.wait_for("the end of one of them",
+                              lambda: [process for process in both if process.poll() is not None])
         self.assertEqual([process.returncode for process in ended], [0])
         both.remove(ended[0])
         self.close(both[0])
@@ -110,12 +141,12 @@ class Program(ProgramTest):
     def test_keeps_damaged_settings(self):
         self.places.settings.write_bytes(b"\0\1\2 no settings")
         process = self.start()
-        self.window(f"^{TITLE}$")
+        self.window(f"^{TITLE}$", process)
         self.screen.keys("Return")
         # Without settings this is the first start of a version, which offers newer engine data.
-        self.window("^Update Engine Data$")
+        self.window("^Update Engine Data$", process)
         self.screen.keys("Escape")
-        self.window(MAIN)
+        self.window(MAIN, process)
         kept = self.places.settings.with_name(self.places.settings.name + ".damaged")
         self.assertEqual(kept.read_bytes(), b"\0\1\2 no settings")
         self.assertIn(b"is damaged: ", self.places.log.read_bytes())
@@ -125,7 +156,7 @@ class Program(ProgramTest):
     def test_keeps_a_damaged_project_list(self):
         (self.places.app / "project.dat").write_bytes(b"[Accounts]\r\n1=Demo\r\nLa")
         process = self.start()
-        self.window(f"^{TITLE}$")
+        self.window(f"^{TITLE}$", process)
         self.screen.keys("Return")
         self.close(process)
         self.assertEqual((self.places.app / "project.dat.damaged").read_bytes(), b"[Accounts]\r\n1=Demo\r\nLa")
@@ -133,7 +164,7 @@ class Program(ProgramTest):
 
     def test_ends_though_its_folders_have_gone(self):
         process = self.start()
-        self.window(MAIN)
+        self.window(MAIN, process)
         for folder in (self.places.app, self.places.data, self.places.config):
             folder.rename(folder.with_name(folder.name + "-gone"))
         self.screen.keys("shift+F5")
@@ -147,31 +178,33 @@ class NotificationArea(ProgramTest):
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
-        cls.run_beside("openbox")
-        cls.panel = cls.run_panel()
+        cls.run_beside(lambda: cls.screen.do("get_num_desktops"), "openbox")
+        # A panel that comes before the window manager ends at once.
+        cls.run_beside(lambda: cls.screen.find("^panel$"), "trayer", "--edge", "top", "--align",
+                       "right", "--widthtype", "pixel", "--width", "100", "--height", "28", "--expand", "false",
+                       "--SetDockType", "true")
 
     @classmethod
-    def run_beside(cls, *command):
+    def run_beside(cls, is_there, *command):
+        """Runs a part of the desktop and waits until it is there."""
         process = subprocess.Popen(command, env=cls.screen.environment, stdin=subprocess.DEVNULL,
                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         cls.addClassCleanup(display.end, process)
-        return process
-
-    @classmethod
-    def run_panel(cls):
-        return cls.run_beside("trayer", "--edge", "top", "--align", "right", "--widthtype", "pixel", "--width", "100",
-                              "--height", "28", "--expand", "false", "--SetDockType", "true")
+        deadline = time.monotonic() + PATIENCE
+        while not is_there():
+            if process.poll() is not None or time.monotonic() > deadline:
+                raise RuntimeError(f"{command[0]} did not come up, status {process.poll()}")
+            time.sleep(.05)
 
     def setUp(self):
         super().setUp()
-        self.wait_for(lambda: self.screen.find("^panel$"))
         self.process = self.start()
-        self.main = self.window(MAIN)
+        self.main = self.window(MAIN, self.process)
         self.screen.wait_until_still()
 
     def minimise(self):
         self.screen.do("windowminimize", self.main)
-        self.wait_for(lambda: not self.screen.find(MAIN))
+        self.gone(MAIN)
         self.screen.wait_until_still()
 
     def click_icon(self, button=1, times=1):
@@ -184,25 +217,25 @@ class NotificationArea(ProgramTest):
         self.assertIsNone(self.screen.find(MAIN))
         time.sleep(1)  # or the desktop takes the next click for the second half of a double click
         self.click_icon(times=2)
-        self.wait_for(lambda: self.screen.find(MAIN))
+        self.window(MAIN, self.process)
         self.close(self.process)
 
     def test_gives_the_window_back_when_the_program_is_started_again(self):
         self.minimise()
-        self.assertEqual(self.start().wait(PATIENCE), 0)
-        self.wait_for(lambda: self.screen.find(MAIN))
+        self.ended(self.start())
+        self.window(MAIN, self.process)
         self.close(self.process)
 
     def test_ends_the_program_from_its_menu(self):
         self.minimise()
         before = self.screen.picture()
         self.click_icon(button=3)
-        self.wait_for(lambda: self.screen.picture() != before)
+        self.wait_for("the menu", lambda: self.screen.picture() != before, self.process)
         self.screen.wait_until_still()
         self.screen.keys("Up", "Return")  # the last entry
-        self.window("^Exit Sondrel$")
+        self.window("^Exit Sondrel$", self.process)
         self.screen.keys("alt+y")
-        self.assertEqual(self.process.wait(PATIENCE), 0)
+        self.ended(self.process)
 
 
 if __name__ == "__main__":
