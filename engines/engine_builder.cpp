@@ -1,5 +1,6 @@
 #include "engines/engine_builder.h"
 
+#include "core/entered_text.h"
 #include "core/existing_file.h"
 #include "core/modCommon.h"
 #include "core/profile_file.h"
@@ -103,7 +104,7 @@ std::optional<QString> EngineBuilder::AddNew()
     reportFailure(m_app, u"frmEngineBuilder_AddNew error: "_s, [&] {
         const QString title = u"Create a new engine"_s;
         const auto ask = [&](const QString &prompt) {
-            return trimBlanks(m_app.desktop.askText({title, prompt})).toString();
+            return enteredLine(m_app.desktop.askText({title, prompt}));
         };
         QString name = ask(u"Please enter the name of the new engine you want to create: "_s);
         while (IsEngineNameUsed(name))

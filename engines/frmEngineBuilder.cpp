@@ -1,5 +1,6 @@
 #include "engines/frmEngineBuilder.h"
 
+#include "core/entered_text.h"
 #include "core/modCommon.h"
 #include "shell/hint_tree.h"
 
@@ -137,7 +138,11 @@ clsEngineData frmEngineBuilder::entered() const
 {
     clsEngineData engine;
     for (auto text = m_texts.cbegin(); text != m_texts.cend(); ++text)
-        engine.*text.value() = text.key()->text();
+        engine.*text.value() = enteredExactly(text.key()->text());
+    // In these no blank at an end can mean anything; in the strings to be found it may.
+    for (const auto field :
+         {&clsEngineData::EngineName, &clsEngineData::EngineKey, &clsEngineData::EngineURL})
+        engine.*field = enteredLine(engine.*field);
     engine.Market = m_market->currentText();
     engine.SubmitMethod = m_method->currentText();
     return engine;
@@ -179,7 +184,7 @@ void frmEngineBuilder::done(int result)
 
 void frmEngineBuilder::getSource()
 {
-    const QString url = m_searchURL->text().trimmed();
+    const QString url = enteredLine(m_searchURL->text());
     if (url.isEmpty()) {
         app().desktop.showMessage({Title, u"Please specify the full URL of the keyword search string."_s});
         m_searchURL->setFocus();

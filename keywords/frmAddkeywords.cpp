@@ -1,5 +1,6 @@
 #include "keywords/frmAddkeywords.h"
 
+#include "core/entered_text.h"
 #include "shell/frmFileController.h"
 
 #include <QCheckBox>
@@ -94,7 +95,7 @@ void frmAddkeywords::getOrCancel()
         setFetching(false);
         return;
     }
-    if (!isFetchable(m_url->currentText())) {
+    if (!isFetchable(enteredLine(m_url->currentText()))) {
         app().desktop.showMessage({u"Get Keywords"_s,
                                    u"Invalid web site URL. Please check your web site URL and try again."_s,
                                    MessageIcon::Information});
@@ -113,7 +114,7 @@ void frmAddkeywords::getWebSite()
     m_http->Object = this;
     app().desktop.beginWait();
     m_status->setText(u"Please wait while retrieving web site ..."_s);
-    m_http->Connect1(m_url->currentText());
+    m_http->Connect1(enteredLine(m_url->currentText()));
 }
 
 void frmAddkeywords::setFetching(bool fetching)

@@ -1,5 +1,6 @@
 #include "keywords/frmKeywordBuilder.h"
 
+#include "core/entered_text.h"
 #include "core/profile_file.h"
 #include "core/shown_text.h"
 #include "core/text_fold.h"
@@ -59,7 +60,7 @@ QString frmKeywordBuilder::engine() const
 
 QString frmKeywordBuilder::keyword() const
 {
-    return trimBlanks(m_keyword->currentText()).toString();
+    return enteredLine(m_keyword->currentText());
 }
 
 void frmKeywordBuilder::Prepare()

@@ -1,5 +1,6 @@
 #include "optimizer/frmOptimizer.h"
 
+#include "core/entered_text.h"
 #include "optimizer/page_address.h"
 #include "optimizer/remembered_addresses.h"
 #include "shell/dialog_controls.h"
@@ -135,7 +136,7 @@ void frmOptimizer::press()
     try {
         if (m_analysing)
             return; // the run has its text already
-        const QString text = m_site->currentText();
+        const QString text = enteredLine(m_site->currentText());
         act(optimizerPress(app(), m_form, text), text);
     } catch (const std::exception &error) {
         const QString text = u"Optimizer_Error: "_s + errorText(error);
@@ -186,7 +187,7 @@ void frmOptimizer::Connect()
             throw Failure(u"There is no connection"_s);
         m_http->Object = this;
         app().desktop.beginWait();
-        const QString address = m_site->currentText();
+        const QString address = enteredLine(m_site->currentText());
         showStatus(u"Please wait while connecting to : "_s + address + u" ...."_s);
         m_http->Connect1(address);
     });
@@ -209,7 +210,7 @@ void frmOptimizer::ProcessData(int, const QByteArray &body)
 
 void frmOptimizer::process(const QString &pageText)
 {
-    OptimizerRun run{m_site->currentText(), pageText, {}, {}, {}};
+    OptimizerRun run{enteredLine(m_site->currentText()), pageText, {}, {}, {}};
     if (!pageText.isEmpty())
         app().desktop.beginWait();
     m_analysing = true;

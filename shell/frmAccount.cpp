@@ -1,5 +1,6 @@
 #include "shell/frmAccount.h"
 
+#include "core/entered_text.h"
 #include "engines/clsEngine.h"
 #include "project/clsAccount.h"
 #include "shell/account_urls.h"
@@ -146,10 +147,10 @@ void frmAccount::showForm(const AccountForm &form)
 AccountForm frmAccount::readForm() const
 {
     AccountForm form;
-    form.AccountName = m_name->text();
+    form.AccountName = enteredLine(m_name->text());
     form.IsNew = !m_name->isReadOnly();
     form.URLs = rowsOf(*m_urls);
-    form.Links = m_links->currentText();
+    form.Links = enteredLine(m_links->currentText());
     form.Engines = m_engineNodes;
     for (std::size_t i = 0; i < m_engineItems.size(); ++i)
         form.Engines[i].Checked = m_engineItems[i]->checkState(0) == Qt::Checked;
@@ -159,9 +160,9 @@ AccountForm frmAccount::readForm() const
     form.ScheduleTimer = m_startTime->time();
     form.SentReport = m_sentReport->isChecked();
     form.ReportFormat = chosenButton(*m_reportFormat);
-    form.Email = m_email->text();
-    form.CC = m_cc->text();
-    form.Subject = m_subject->text();
+    form.Email = enteredAddresses(m_email->text());
+    form.CC = enteredAddresses(m_cc->text());
+    form.Subject = enteredLine(m_subject->text());
     form.EngineSummary = m_engineSummary->isChecked();
     form.KeywordURL = m_keywordURL->isChecked();
     form.KeywordSummary = m_keywordSummary->isChecked();

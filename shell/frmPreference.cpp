@@ -1,5 +1,6 @@
 #include "shell/frmPreference.h"
 
+#include "core/entered_text.h"
 #include "shell/dialog_controls.h"
 
 #include <QAbstractButton>
@@ -57,25 +58,25 @@ PreferenceForm frmPreference::readForm() const
     PreferenceForm form;
     if (m_access->checkedId() >= 0)
         form.Access = m_access->checkedId();
-    form.Proxy = m_proxy->text();
-    form.Port = m_port->text();
-    form.HTTPUsername = m_httpUsername->text();
-    form.HTTPPassword = m_httpPassword->text();
-    form.MailServer = m_mailServer->text();
-    form.SMTPPort = m_smtpPort->text();
+    form.Proxy = enteredLine(m_proxy->text());
+    form.Port = enteredLine(m_port->text());
+    form.HTTPUsername = enteredLine(m_httpUsername->text());
+    form.HTTPPassword = enteredExactly(m_httpPassword->text());
+    form.MailServer = enteredLine(m_mailServer->text());
+    form.SMTPPort = enteredLine(m_smtpPort->text());
     form.SMTPAuthentication = m_smtpAuthentication->isChecked();
-    form.SMTPUserName = m_smtpUserName->text();
-    form.SMTPPassword = m_smtpPassword->text();
-    form.ReporterName = m_reporterName->text();
-    form.CompanyName = m_companyName->text();
-    form.ReporterEmail = m_reporterEmail->text();
-    form.ReporterWeb = m_reporterWeb->text();
-    form.LogoURL = m_logoURL->text();
+    form.SMTPUserName = enteredLine(m_smtpUserName->text());
+    form.SMTPPassword = enteredExactly(m_smtpPassword->text());
+    form.ReporterName = enteredLine(m_reporterName->text());
+    form.CompanyName = enteredLine(m_companyName->text());
+    form.ReporterEmail = enteredLine(m_reporterEmail->text());
+    form.ReporterWeb = enteredLine(m_reporterWeb->text());
+    form.LogoURL = enteredLine(m_logoURL->text());
     form.LogoOnTop = m_logoTop->isChecked();
     form.LogoAtBottom = m_logoBottom->isChecked();
     form.SchedulerEnable = m_schedulerEnable->isChecked();
     form.UpdateEngineData = m_updateEngineData->isChecked();
-    form.TimeOut = m_timeOut->text();
+    form.TimeOut = enteredLine(m_timeOut->text());
     form.ConfirmConnection = m_confirmConnection->isChecked();
     return form;
 }

@@ -1,5 +1,6 @@
 #include "shell/frmSendReport.h"
 
+#include "core/entered_text.h"
 #include "core/modCommon.h"
 #include "shell/dialog_controls.h"
 
@@ -137,10 +138,10 @@ void frmSendReport::load()
 SendReportForm frmSendReport::form() const
 {
     SendReportForm form;
-    form.from = m_from->text();
-    form.email = m_email->text();
-    form.subject = m_subject->text();
-    form.cc = m_cc->text();
+    form.from = enteredLine(m_from->text());
+    form.email = enteredAddresses(m_email->text());
+    form.subject = enteredLine(m_subject->text());
+    form.cc = enteredAddresses(m_cc->text());
     form.message = m_message->toPlainText();
     form.wanted = {m_engineSummary->isChecked(), m_keywordUrl->isChecked(), m_keywordSummary->isChecked(),
                    m_rankingDetails->isChecked()};
@@ -152,7 +153,7 @@ bool frmSendReport::ValidForm()
 {
     bool valid = false;
     reportFailure(app(), u"frmSendReport_ValidForm error: "_s, [&] {
-        valid = IsValidEmailAddress(m_email->text());
+        valid = IsValidEmailAddress(form().email);
         if (valid)
             return;
         app().desktop.showMessage({u"Account"_s, u"Please enter a valid email address."_s});

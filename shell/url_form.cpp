@@ -1,6 +1,7 @@
 #include "shell/url_form.h"
 
 #include "core/clsFileController.h"
+#include "core/entered_text.h"
 #include "core/existing_file.h"
 #include "core/modCommon.h"
 
@@ -59,12 +60,14 @@ void saveKnownURLs(ApplicationContext &app, const std::vector<KnownURL> &rows)
 
 std::optional<QString> typedURL(const QString &text)
 {
-    QString url = text.trimmed();
+    if (breaksFiles(text.trimmed()))
+        return std::nullopt;
+    QString url = enteredLine(text);
     if (!IsValidDomainName(url))
         return std::nullopt;
     if (const qsizetype scheme = url.indexOf("://"_L1); scheme >= 0)
         url = url.sliced(scheme + 3).trimmed();
-    return url.isEmpty() || breaksFiles(url) ? std::nullopt : std::optional(url);
+    return url.isEmpty() ? std::nullopt : std::optional(url);
 }
 
 Collection<clsURL> checkedURLs(const std::vector<KnownURL> &rows)

@@ -226,6 +226,19 @@ TEST_F(EngineBuilderDialog, writesItsFileOnlyWhenItCloses)
     EXPECT_FALSE(dialog.isVisible());
 }
 
+TEST_F(EngineBuilderDialog, takesWhatIsPasted)
+{
+    open(TwoEngines);
+    paste(dialog, u"txtEngineKey"_s, u" shop\r\n"_s);
+    paste(dialog, u"txtEngineURL"_s, u"\thttp://shop.example\n"_s);
+    paste(dialog, u"txtSectionstart"_s, u"<li>\r\n "_s);
+    dialog.close();
+    const QByteArray file = world.read(File);
+    EXPECT_TRUE(file.contains("\r\nEngineKey=shop\r\nEngineURL =http://shop.example\r\n"))
+        << file.toStdString();
+    EXPECT_TRUE(file.contains("\r\nSectionstart=<li> \r\n")) << file.toStdString();
+}
+
 TEST_F(EngineBuilderDialog, saysThatItWritesItsFile)
 {
     // Keeps what a label shows whenever it is painted.

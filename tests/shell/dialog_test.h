@@ -7,6 +7,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QTest>
@@ -46,6 +47,15 @@ inline void type(const QWidget &window, const QString &name, const QString &text
         QTest::keyClick(&field, Qt::Key_Delete);
     else
         QTest::keyClicks(&field, text);
+}
+
+/// Pastes the text over what the field holds.
+inline void paste(const QWidget &window, const QString &name, const QString &text)
+{
+    QGuiApplication::clipboard()->setText(text);
+    auto &field = control<QLineEdit>(window, name);
+    field.selectAll();
+    field.paste();
 }
 
 inline bool isEnabled(const QWidget &window, const QString &name)

@@ -456,6 +456,31 @@ TEST_F(AccountDialog, savesItsControlsOnOK)
     EXPECT_TRUE(world.has(u"Projects/Shop/Shop.dat"_s));
 }
 
+TEST_F(AccountDialog, takesWhatIsPasted)
+{
+    dialog.show();
+    paste(dialog, u"txtAccountName"_s, u"  My shop\r\n"_s);
+    whenModal<frmURLs>([](frmURLs &picker) {
+        paste(picker, u"txtURLs"_s, u" http://www.site.example\r\n"_s);
+        QTest::keyClick(&picker, Qt::Key_Return);
+        QTest::keyClick(&picker, Qt::Key_Return);
+    });
+    click(dialog, u"cmdAdd"_s);
+    clickCheckBox(engines().topLevelItem(0)->child(0));
+    toFront(3);
+    click(dialog, u"chkSentReport"_s);
+    paste(dialog, u"txtEmail"_s, u"\tann@site.example\r\nbob@site.example\r\n"_s);
+    paste(dialog, u"txtCC"_s, u" cy@site.example "_s);
+    paste(dialog, u"txtSubject"_s, u"Weekly\nreport\n"_s);
+    click(dialog, u"cmdOK"_s);
+    EXPECT_TRUE(world.desktop.boxes.empty());
+    EXPECT_EQ(account->Name, u"My shop"_s);
+    EXPECT_TRUE(account->URLs->HasKey(u"www.site.example"_s));
+    EXPECT_EQ(account->ReportTo, u"ann@site.example, bob@site.example"_s);
+    EXPECT_EQ(account->CC, u"cy@site.example"_s);
+    EXPECT_EQ(account->Subject, u"Weekly report"_s);
+}
+
 struct FaultCase
 {
     const char *name;

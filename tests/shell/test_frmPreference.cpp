@@ -224,6 +224,39 @@ TEST_F(PreferenceDialog, storesWhatIsTypedAndClicked)
     EXPECT_TRUE(world.desktop.boxes.empty());
 }
 
+TEST_F(PreferenceDialog, takesWhatIsPasted)
+{
+    open();
+    const std::pair<QString, QString> fields[] = {
+        {u"txtProxy"_s, u" http://new.example\r\n"_s},
+        {u"txtPort"_s, u"8081 "_s},
+        {u"txtHTTPUsername"_s, u" me\n"_s},
+        {u"txtHTTPPassword"_s, u" my secret \n"_s},
+        {u"txtMailServer"_s, u"\tmx.example\n"_s},
+        {u"txtSMTPPort"_s, u"465\r\n"_s},
+        {u"txtSMTPUserName"_s, u"ann\u00a0"_s},
+        {u"txtSMTPPassword"_s, u" \tmail\r\n"_s},
+        {u"txtReporterName"_s, u" Bob "_s},
+        {u"txtReporterEmail"_s, u"bob@co.example\n"_s},
+        {u"txtReporterWeb"_s, u"\nbob.example"_s},
+        {u"txtTimeOut"_s, u" 60\n"_s},
+    };
+    for (const auto &[name, pasted] : fields)
+        paste(dialog, name, pasted);
+    click(dialog, u"cmdOK"_s);
+    EXPECT_TRUE(world.desktop.boxes.empty());
+    const std::pair<QString, QString> wanted[] = {
+        {u"Proxy"_s, u"new.example"_s},     {u"Port"_s, u"8081"_s},
+        {u"Auth_Username"_s, u"me"_s},      {u"Auth_Password"_s, u" my secret "_s},
+        {u"SMTPServer"_s, u"mx.example"_s}, {u"SMTPPort"_s, u"465"_s},
+        {u"SMTPUsername"_s, u"ann"_s},      {u"SMTPPassword"_s, u" \tmail"_s},
+        {u"ReporterName"_s, u"Bob"_s},      {u"Email"_s, u"bob@co.example"_s},
+        {u"WebSite"_s, u"bob.example"_s},   {u"TimeOut"_s, u"60"_s},
+    };
+    for (const auto &[name, value] : wanted)
+        EXPECT_EQ(stored(name), value) << name.toStdString();
+}
+
 TEST_F(PreferenceDialog, goesDirectlyAndKeepsTheProxy)
 {
     open();

@@ -124,6 +124,18 @@ TEST_F(SendReportDialog, givesADefaultSubjectForBlanks)
     EXPECT_TRUE(mail().message.contains("\r\nSubject: Sondrel Report for Shop\r\n"));
 }
 
+TEST_F(SendReportDialog, takesWhatIsPasted)
+{
+    dialog.show();
+    paste(dialog, u"txtEmail"_s, u" ann@site.example\r\nbob@site.example\r\n"_s);
+    paste(dialog, u"txtCC"_s, u"\n"_s);
+    paste(dialog, u"txtSubject"_s, u"Weekly\r\nreport"_s);
+    click(dialog, u"cmdSend"_s);
+    run();
+    EXPECT_THAT(mail().recipients, ElementsAre("ann@site.example", "bob@site.example"));
+    EXPECT_TRUE(mail().message.contains("\r\nSubject: Weekly report\r\n"));
+}
+
 TEST_F(SendReportDialog, refusesAnAddressThatIsNone)
 {
     dialog.show();
