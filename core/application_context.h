@@ -55,6 +55,8 @@ public:
     clsEngine *EngineCatalogue = nullptr;
     /// The spreadsheet program's door; set by whoever made it, absent where there is none.
     SpreadsheetFactory *Spreadsheets = nullptr;
+    /// The first page of the manual that lies beside the program, in the system's spelling; empty for none.
+    QString Manual;
     bool LookupRequested = false;
     /// True when the settings name no version that has run before.
     bool FirstRun = false;

@@ -68,6 +68,8 @@ public:
     virtual void beep() = 0;
     /// Opens a document or address in the desktop's default program. False when there is none.
     virtual bool open(const QString &target, ShowMode mode) = 0;
+    /// Whether a program for documents like this file is set up.
+    virtual bool canOpen(const QString &file) = 0;
     /// Lets pending events run once.
     virtual void runPendingEvents() = 0;
 };

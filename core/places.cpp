@@ -20,6 +20,8 @@ const QString ProgramFolderName = u"marovia-sondrel"_s;
 const QStringList AppFiles{u"dmlist.dat"_s, u"menutemplate.html"_s, u"qlt40.chm"_s, u"qlt40.hlp"_s,
                            u"report.xlt"_s};
 const QStringList SystemFiles{u"qlteng4.dat"_s};
+// Of these nobody has a version of his own, and an older one would tell of an older program.
+const QStringList ProgramsOwnFiles{u"qlt40.chm"_s, u"qlt40.hlp"_s};
 
 // A folder or a broken link counts: it is the user's, whatever it is.
 bool standsThere(const HostPath &files, const QString &path)
@@ -36,6 +38,19 @@ void copyMissing(ApplicationContext &app, const HostPath &beside, const QString 
         const QString target = folder + u'\\' + name;
         if (beside.fileExists(source) && !standsThere(app.files, target))
             app.files.writeAll(target, beside.readAll(source));
+    }
+}
+
+void renewCopies(ApplicationContext &app, const HostPath &beside, const QString &programFolder)
+{
+    for (const QString &name : ProgramsOwnFiles) {
+        const QString source = programFolder + u'\\' + name;
+        const QString target = app.appFile({name});
+        if (!beside.fileExists(source) || !app.files.fileExists(target))
+            continue;
+        const QByteArray bytes = beside.readAll(source);
+        if (app.files.size(target) != bytes.size() || app.files.readAll(target) != bytes)
+            app.files.writeAll(target, bytes);
     }
 }
 
@@ -63,6 +78,8 @@ void fillPlaces(ApplicationContext &app, const QString &programFolder)
     const HostPath beside({programFolder});
     app.files.makeFolder(app.AppPath);
     copyMissing(app, beside, programFolder, AppFiles, app.AppPath);
+    // A disk that is full must not keep the program from starting with the older help.
+    reportFailure(app, u"modStartUp_Main error:  "_s, [&] { renewCopies(app, beside, programFolder); });
     if (app.SystemDirectory.isEmpty())
         return;
     app.files.makeFolder(app.SystemDirectory.chopped(1));

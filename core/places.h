@@ -34,7 +34,8 @@ struct Places
 Places placesIn(const DesktopFolders &folders);
 
 /// Makes the application folder and the system directory, and puts copies there of the data files that lie
-/// beside the program. A file that is there stays as it is, whatever the case of its name. Throws Failure.
+/// beside the program. A file that is there stays as it is, whatever the case of its name; only the help
+/// follows the program. Throws Failure.
 void fillPlaces(ApplicationContext &app, const QString &programFolder);
 
 /// The folder's path as other names are put behind it: cut at the first NUL, no blanks at its end, one "\"

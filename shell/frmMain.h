@@ -161,7 +161,6 @@ private:
     void openUrl();
     void openEnginePage(bool login);
     void openDealerPage(QString clsDealerProfile::*address);
-    void helpContents();
     void about();
     void showOptimizer();
 

@@ -7,6 +7,7 @@
 #include "shell/frmAbout.h"
 #include "shell/frmPreference.h"
 #include "shell/frmSondrel.h"
+#include "shell/help_contents.h"
 #include "shell/project_tree.h"
 
 #include <QAction>
@@ -60,7 +61,7 @@ void frmMain::connectCommands()
     setHandler(C::Optimizer, [this] { showOptimizer(); });
     setHandler(C::ExcelReport, [this] { Report(ReportFormat::Excel); });
     setHandler(C::SendReport, [this] { SendReport(); });
-    setHandler(C::HelpContents, [this] { helpContents(); });
+    setHandler(C::HelpContents, [this] { showHelpContents(m_app); });
     setHandler(C::Support, [this] { openDealerPage(&clsDealerProfile::SupportURL); });
     setHandler(C::HomePage, [this] { openDealerPage(&clsDealerProfile::DealerURL); });
     setHandler(C::About, [this] { about(); });
@@ -166,21 +167,6 @@ void frmMain::openDealerPage(QString clsDealerProfile::*address)
     clsDealerProfile dealer;
     dealer.GetSettings(m_app);
     ShellOpenDocument(m_app, AddHTTPToURL(m_app, dealer.*address), ShowMode::Normal);
-}
-
-void frmMain::helpContents()
-{
-    const QString file = helpFile(m_app);
-    if (m_app.files.fileExists(file)) {
-        ShellOpenDocument(m_app, file, ShowMode::Normal);
-        return;
-    }
-    m_app.desktop.showMessage(
-        {u"Help Contents"_s,
-         u"Cannot find the '"_s + file +
-             u"' Help file. Please check to see that the file exists on your disk. If it "
-             "doesn't, you need to reinstall it."_s,
-         MessageIcon::Information, MessageButtons::Ok});
 }
 
 void frmMain::about()

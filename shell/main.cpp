@@ -35,6 +35,7 @@ int main(int argc, char **argv)
     context = &app;
     PluginSpreadsheets spreadsheets(folders.program + QStringLiteral("/sondrel-calc"));
     app.Spreadsheets = &spreadsheets;
+    app.Manual = folders.program + QStringLiteral("/manual/index.html");
     application.onError = [&app](const std::exception &error) {
         app.WriteErrorLog(QStringLiteral("modStartUp_Main error:  ") + errorText(error));
     };

@@ -7,6 +7,8 @@
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
+#include <QMimeDatabase>
+#include <QProcess>
 #include <QUrl>
 
 #include <algorithm>
@@ -156,6 +158,16 @@ bool QtDesktop::open(const QString &target, ShowMode)
     const QFileInfo file(address);
     const QUrl url = file.isAbsolute() ? QUrl::fromLocalFile(address) : QUrl::fromUserInput(address);
     return url.isValid() && QDesktopServices::openUrl(url);
+}
+
+bool QtDesktop::canOpen(const QString &file)
+{
+    QProcess question;
+    question.start(QStringLiteral("xdg-mime"), {QStringLiteral("query"), QStringLiteral("default"),
+                                                QMimeDatabase().mimeTypeForFile(file).name()});
+    // It asks the desktop in turn; one that has not answered by then has nothing to say.
+    constexpr int Patience = 5000;
+    return question.waitForFinished(Patience) && !question.readAllStandardOutput().trimmed().isEmpty();
 }
 
 void QtDesktop::runPendingEvents()

@@ -17,6 +17,7 @@ public:
     void resetPointer() override;
     void beep() override;
     bool open(const QString &target, ShowMode mode) override;
+    bool canOpen(const QString &file) override;
     void runPendingEvents() override;
 
 private:

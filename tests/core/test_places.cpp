@@ -138,6 +138,41 @@ TEST_F(InstalledProgram, keepsTheUsersFiles)
     EXPECT_FALSE(QFile::exists(system + u"/qlteng4.dat"_s));
 }
 
+TEST_F(InstalledProgram, bringsItsNewHelp)
+{
+    write(folders.program + u"/qlt40.chm"_s, "new");
+    write(appPath + u"/QLT40.chm"_s, "old");
+    start();
+    EXPECT_EQ(read(appPath + u"/QLT40.chm"_s), "new");
+    EXPECT_FALSE(QFile::exists(appPath + u"/qlt40.chm"_s));
+}
+
+TEST_F(InstalledProgram, startsWithTheOldHelpWhereTheNewOneCannotBeWritten)
+{
+    write(folders.program + u"/qlt40.chm"_s, "new");
+    write(appPath + u"/qlt40.chm"_s, "old");
+    QDir().mkpath(system);
+    ASSERT_EQ(::chmod(QFile::encodeName(appPath).constData(), 0555), 0);
+    EXPECT_TRUE(asOrdinaryUser(folder.path(), [&] {
+        start();
+        return true;
+    }));
+    ASSERT_EQ(::chmod(QFile::encodeName(appPath).constData(), 0755), 0);
+    EXPECT_EQ(read(appPath + u"/qlt40.chm"_s), "old");
+}
+
+TEST_F(InstalledProgram, findsItsDataFilesBehindLinks)
+{
+    write(folder.filePath(u"shared/menutemplate.html"_s), "menu");
+    write(folder.filePath(u"shared/qlteng4.dat"_s), "[Markets]");
+    for (const QString &name : {u"menutemplate.html"_s, u"qlteng4.dat"_s})
+        ASSERT_TRUE(QFile::link(u"../shared/"_s + name, folders.program + u'/' + name));
+    start();
+    EXPECT_EQ(read(appPath + u"/menutemplate.html"_s), "menu");
+    EXPECT_FALSE(QFileInfo(appPath + u"/menutemplate.html"_s).isSymLink());
+    EXPECT_EQ(read(system + u"/qlteng4.dat"_s), "[Markets]");
+}
+
 TEST_F(InstalledProgram, keepsAFolderInTheFilesPlace)
 {
     write(folders.program + u"/qlteng4.dat"_s, "new");

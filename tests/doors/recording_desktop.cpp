@@ -72,6 +72,11 @@ bool RecordingDesktop::open(const QString &target, ShowMode mode)
     return opens;
 }
 
+bool RecordingDesktop::canOpen(const QString &)
+{
+    return hasReaders;
+}
+
 void RecordingDesktop::runPendingEvents()
 {
     ++pendingEventRuns;

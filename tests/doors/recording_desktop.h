@@ -27,6 +27,8 @@ public:
     std::vector<MessageAnswer> answers;
     MessageAnswer answer = MessageAnswer::Yes;
     bool opens = true;
+    /// Whether it has a program for every document.
+    bool hasReaders = true;
     /// While set, showing a message throws Failure.
     bool failing = false;
     /// While set, a wait cursor throws Failure.
@@ -50,6 +52,7 @@ public:
     void resetPointer() override;
     void beep() override;
     bool open(const QString &target, ShowMode mode) override;
+    bool canOpen(const QString &file) override;
     void runPendingEvents() override;
 };
 

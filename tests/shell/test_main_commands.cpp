@@ -153,8 +153,30 @@ TEST_F(MainCommands, openTheHelpFile)
     world.write(u"qlt40.chm"_s, "help");
     QTest::keyClick(window.get(), Qt::Key_F1);
     ASSERT_EQ(opened().size(), 2);
-    EXPECT_TRUE(opened()[0].endsWith(u"qlt40.hlp")) << opened()[0].toStdString();
-    EXPECT_TRUE(opened()[1].endsWith(u"qlt40.chm")) << opened()[1].toStdString();
+    EXPECT_EQ(opened()[0], world.path(u"qlt40.hlp"_s));
+    EXPECT_EQ(opened()[1], world.path(u"qlt40.chm"_s));
+}
+
+TEST_F(MainCommands, openTheManualsPagesWhereNothingReadsTheHelpFile)
+{
+    openShop();
+    world.write(u"qlt40.chm"_s, "help");
+    world.write(u"manual/index.html"_s, "<html>");
+    world.app.Manual = world.path(u"manual/index.html"_s);
+    window->give(Command::HelpContents);
+    world.desktop.hasReaders = false;
+    window->give(Command::HelpContents);
+    EXPECT_EQ(opened(), (QStringList{world.path(u"qlt40.chm"_s), world.app.Manual}));
+}
+
+TEST_F(MainCommands, openTheHelpFileWhereThereAreNoPages)
+{
+    openShop();
+    world.write(u"qlt40.chm"_s, "help");
+    world.app.Manual = world.path(u"manual/index.html"_s);
+    world.desktop.hasReaders = false;
+    window->give(Command::HelpContents);
+    EXPECT_EQ(opened(), QStringList{world.path(u"qlt40.chm"_s)});
 }
 
 TEST_F(MainCommands, nameTheHelpFileThatIsMissing)
