@@ -41,8 +41,10 @@ def install(executable, places, *screens):
     """Puts the program and what lies beside it into the application folder, and the settings of a version that has
     run before, on the whole of a screen where one is given."""
     for file in executable.parent.iterdir():
-        if file == executable or file.suffix in (".html", ".ini", ".so", ".xlt"):
+        if file == executable or file.suffix in (".chm", ".html", ".ini", ".so", ".xlt"):
             shutil.copy2(file, places.app)
+        elif file.name == "manual":
+            shutil.copytree(file, places.app / file.name, dirs_exist_ok=True)
     if not places.settings.exists():
         places.settings.parent.mkdir(parents=True, exist_ok=True)
         places.settings.touch(mode=0o600)
