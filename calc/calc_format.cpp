@@ -110,7 +110,7 @@ void setStyle(css::table::BorderLine2 &line, int style)
 
 void CalcWorkbook::merge(const QString &sheet, const QString &range)
 {
-    m_office.run([&] {
+    run([&] {
         const Reference<css::util::XMergeable> cells(rangeOf(sheet, range), UNO_QUERY_THROW);
         cells->merge(true);
     });
@@ -118,7 +118,7 @@ void CalcWorkbook::merge(const QString &sheet, const QString &range)
 
 void CalcWorkbook::autoFitColumns(const QString &sheet, const QString &columns)
 {
-    m_office.run([&] {
+    run([&] {
         const Reference<css::table::XColumnRowRange> range(rangeOf(sheet, columns), UNO_QUERY_THROW);
         Properties(range->getColumns(), UNO_QUERY_THROW)->setPropertyValue("OptimalWidth", Any(true));
     });
@@ -126,12 +126,12 @@ void CalcWorkbook::autoFitColumns(const QString &sheet, const QString &columns)
 
 void CalcWorkbook::shrinkToFit(const QString &sheet, const QString &range)
 {
-    m_office.run([&] { propertiesOf(sheet, range)->setPropertyValue("ShrinkToFit", Any(true)); });
+    run([&] { propertiesOf(sheet, range)->setPropertyValue("ShrinkToFit", Any(true)); });
 }
 
 void CalcWorkbook::addPageBreak(const QString &sheet, const QString &cell)
 {
-    m_office.run([&] {
+    run([&] {
         const Reference<css::table::XColumnRowRange> range(rangeOf(sheet, cell), UNO_QUERY_THROW);
         const Properties row(range->getRows()->getByIndex(0), UNO_QUERY_THROW);
         row->setPropertyValue("IsStartOfNewPage", Any(true));
@@ -140,7 +140,7 @@ void CalcWorkbook::addPageBreak(const QString &sheet, const QString &cell)
 
 void CalcWorkbook::setRowHeight(const QString &sheet, const QString &rows, double points)
 {
-    m_office.run([&] {
+    run([&] {
         const QString range = rows.contains(u':') ? rows : rows + u':' + rows;
         const Reference<css::table::XColumnRowRange> cells(rangeOf(sheet, range), UNO_QUERY_THROW);
         Properties(cells->getRows(), UNO_QUERY_THROW)
@@ -150,7 +150,7 @@ void CalcWorkbook::setRowHeight(const QString &sheet, const QString &rows, doubl
 
 void CalcWorkbook::setColumnWidth(const QString &sheet, const QString &columns, double characters)
 {
-    m_office.run([&] {
+    run([&] {
         const QString range = columns.contains(u':') ? columns : columns + u':' + columns;
         const Reference<css::table::XColumnRowRange> cells(rangeOf(sheet, range), UNO_QUERY_THROW);
         const double width = (characters * PixelsPerCharacter + PixelsBeside) * PerPixel;
@@ -161,14 +161,12 @@ void CalcWorkbook::setColumnWidth(const QString &sheet, const QString &columns, 
 
 void CalcWorkbook::setHAlignment(const QString &sheet, const QString &range, int alignment)
 {
-    m_office.run(
-        [&] { propertiesOf(sheet, range)->setPropertyValue("HoriJustify", Any(hJustify(alignment))); });
+    run([&] { propertiesOf(sheet, range)->setPropertyValue("HoriJustify", Any(hJustify(alignment))); });
 }
 
 void CalcWorkbook::setVAlignment(const QString &sheet, const QString &range, int alignment)
 {
-    m_office.run(
-        [&] { propertiesOf(sheet, range)->setPropertyValue("VertJustify", Any(vJustify(alignment))); });
+    run([&] { propertiesOf(sheet, range)->setPropertyValue("VertJustify", Any(vJustify(alignment))); });
 }
 
 void CalcWorkbook::setLines(const QString &sheet, const QString &range, std::optional<int> edge,
@@ -202,7 +200,7 @@ void CalcWorkbook::setLines(const QString &sheet, const QString &range, std::opt
 
 void CalcWorkbook::setBorder(const QString &sheet, const QString &range, std::optional<int> edge, int style)
 {
-    m_office.run([&] {
+    run([&] {
         setLines(sheet, range, edge, [style](css::table::BorderLine2 &line) { setStyle(line, style); });
     });
 }
@@ -210,7 +208,7 @@ void CalcWorkbook::setBorder(const QString &sheet, const QString &range, std::op
 void CalcWorkbook::setBorderColour(const QString &sheet, const QString &range, std::optional<int> edge,
                                    int colour)
 {
-    m_office.run([&] {
+    run([&] {
         setLines(sheet, range, edge, [colour](css::table::BorderLine2 &line) {
             if (line.OuterLineWidth == 0)
                 setStyle(line, 1); // a colour needs a line
@@ -221,13 +219,12 @@ void CalcWorkbook::setBorderColour(const QString &sheet, const QString &range, s
 
 void CalcWorkbook::setBackground(const QString &sheet, const QString &range, int colour)
 {
-    m_office.run(
-        [&] { propertiesOf(sheet, range)->setPropertyValue("CellBackColor", Any(sal_Int32(colour))); });
+    run([&] { propertiesOf(sheet, range)->setPropertyValue("CellBackColor", Any(sal_Int32(colour))); });
 }
 
 void CalcWorkbook::setFont(const QString &sheet, const QString &range, const SpreadsheetFont &font)
 {
-    m_office.run([&] {
+    run([&] {
         const Properties cells = propertiesOf(sheet, range);
         if (font.name)
             cells->setPropertyValue("CharFontName", Any(toUno(*font.name)));

@@ -57,7 +57,7 @@ Reference<css::drawing::XShape> CalcWorkbook::shapeOf(const QString &sheet, cons
 
 void CalcWorkbook::copyShape(const QString &sheet, const QString &shape, const QString &range)
 {
-    m_office.run([&] {
+    run([&] {
         const auto source = shapeOf(sheet, shape);
         showSheet(sheet);
         const Reference<css::view::XSelectionSupplier> view(m_model->getCurrentController(), UNO_QUERY_THROW);
@@ -77,13 +77,12 @@ void CalcWorkbook::copyShape(const QString &sheet, const QString &shape, const Q
 
 void CalcWorkbook::setShapeText(const QString &sheet, const QString &shape, const QString &text)
 {
-    m_office.run(
-        [&] { Reference<css::text::XText>(shapeOf(sheet, shape), UNO_QUERY_THROW)->setString(toUno(text)); });
+    run([&] { Reference<css::text::XText>(shapeOf(sheet, shape), UNO_QUERY_THROW)->setString(toUno(text)); });
 }
 
 void CalcWorkbook::addPicture(const QString &sheet, const QString &path, const SpreadsheetPlace &place)
 {
-    m_office.run([&] {
+    run([&] {
         const auto provider = css::graphic::GraphicProvider::create(m_office.context());
         const auto graphic = provider->queryGraphic(sequenceOf(
             {property("URL", Any(toUno(QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded()))))}));
@@ -100,7 +99,7 @@ void CalcWorkbook::addPicture(const QString &sheet, const QString &path, const S
 
 void CalcWorkbook::print(const QString &sheet, int copies)
 {
-    m_office.run([&] {
+    run([&] {
         const Properties cells(sheetOf(sheet), UNO_QUERY_THROW);
         rtl::OUString style;
         cells->getPropertyValue("PageStyle") >>= style;

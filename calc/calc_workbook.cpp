@@ -69,9 +69,18 @@ CalcWorkbook::~CalcWorkbook()
     close();
 }
 
+// Steps after its office has ended fail at once: another office would have no such workbook.
+void CalcWorkbook::run(const std::function<void()> &step) const
+{
+    if (!m_model.is() || !m_office.isAt(m_start))
+        throw SpreadsheetError(Failed, u"The spreadsheet program has ended"_s);
+    m_office.run(step);
+}
+
 void CalcWorkbook::open(const QString &path)
 {
     m_office.run([&] {
+        m_start = m_office.starts();
         Reference<css::lang::XComponent> component;
         try {
             component = m_office.desktop()->loadComponentFromURL(
@@ -98,14 +107,14 @@ void CalcWorkbook::store(const QString &path) const
 
 void CalcWorkbook::saveAs(const QString &path)
 {
-    m_office.run([&] { store(path); });
+    run([&] { store(path); });
 }
 
 void CalcWorkbook::close() noexcept
 {
     try {
-        if (m_model.is() && m_office.processId() != 0)
-            m_office.run([&] {
+        if (m_model.is())
+            run([&] {
                 const Reference<css::util::XCloseable> file(m_model, UNO_QUERY_THROW);
                 file->close(true);
             });
@@ -153,7 +162,7 @@ Reference<css::uno::XInterface> CalcWorkbook::newObject(const char *service) con
 QStringList CalcWorkbook::sheets()
 {
     QStringList names;
-    m_office.run([&] {
+    run([&] {
         for (const rtl::OUString &name : document()->getSheets()->getElementNames())
             names.append(fromUno(name));
     });
@@ -168,12 +177,12 @@ void CalcWorkbook::showSheet(const QString &sheet) const
 
 void CalcWorkbook::setActiveSheet(const QString &sheet)
 {
-    m_office.run([&] { showSheet(sheet); });
+    run([&] { showSheet(sheet); });
 }
 
 void CalcWorkbook::renameSheet(const QString &name, const QString &newName)
 {
-    m_office.run([&] {
+    run([&] {
         const Reference<css::container::XNamed> sheet(sheetOf(name), UNO_QUERY_THROW);
         sheet->setName(toUno(newName));
         if (fromUno(sheet->getName()) != newName)
@@ -183,7 +192,7 @@ void CalcWorkbook::renameSheet(const QString &name, const QString &newName)
 
 void CalcWorkbook::pasteSheet(const QString &sheet)
 {
-    m_office.run([&] {
+    run([&] {
         if (!m_clipboard.is())
             throw SpreadsheetError(Failed, u"There is nothing to paste"_s);
         showSheet(sheet);
@@ -195,7 +204,7 @@ void CalcWorkbook::pasteSheet(const QString &sheet)
 
 void CalcWorkbook::write(const QString &sheet, int row, int column, const SpreadsheetBlock &block)
 {
-    m_office.run([&] {
+    run([&] {
         const auto lastRow = static_cast<sal_Int32>(row - 2 + static_cast<int>(block.size()));
         const auto lastColumn = static_cast<sal_Int32>(column - 2 + static_cast<int>(block.front().size()));
         const Reference<css::sheet::XCellRangeData> range(
@@ -207,13 +216,13 @@ void CalcWorkbook::write(const QString &sheet, int row, int column, const Spread
 
 void CalcWorkbook::writeFormula(const QString &sheet, int row, int column, const QString &formula)
 {
-    m_office.run([&] { cellOf(sheet, row, column)->setFormula(toUno(formula)); });
+    run([&] { cellOf(sheet, row, column)->setFormula(toUno(formula)); });
 }
 
 void CalcWorkbook::writeLink(const QString &sheet, int row, int column, const QString &target,
                              const QString &text)
 {
-    m_office.run([&] {
+    run([&] {
         const Properties field(newObject("com.sun.star.text.TextField.URL"), UNO_QUERY_THROW);
         field->setPropertyValue("URL", Any(toUno(target)));
         field->setPropertyValue("Representation", Any(toUno(text)));
@@ -226,7 +235,7 @@ void CalcWorkbook::writeLink(const QString &sheet, int row, int column, const QS
 
 void CalcWorkbook::clear(const QString &sheet, const QString &range)
 {
-    m_office.run([&] {
+    run([&] {
         using namespace css::sheet::CellFlags;
         const Reference<css::sheet::XSheetOperation> cells(rangeOf(sheet, range), UNO_QUERY_THROW);
         cells->clearContents(VALUE | DATETIME | STRING | FORMULA);
@@ -235,7 +244,7 @@ void CalcWorkbook::clear(const QString &sheet, const QString &range)
 
 void CalcWorkbook::remove(const QString &sheet, const QString &range)
 {
-    m_office.run([&] {
+    run([&] {
         const Reference<css::sheet::XCellRangeAddressable> cells(rangeOf(sheet, range), UNO_QUERY_THROW);
         const auto address = cells->getRangeAddress();
         // What is left closes up over the shorter side.
@@ -248,7 +257,7 @@ void CalcWorkbook::remove(const QString &sheet, const QString &range)
 
 void CalcWorkbook::copy(const QString &sheet, const QString &source, const QString &target)
 {
-    m_office.run([&] {
+    run([&] {
         showSheet(sheet);
         const Reference<css::view::XSelectionSupplier> view(m_model->getCurrentController(), UNO_QUERY_THROW);
         const Reference<css::datatransfer::XTransferableSupplier> content(view, UNO_QUERY_THROW);

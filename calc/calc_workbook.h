@@ -64,6 +64,8 @@ public:
 private:
     using Properties = css::uno::Reference<css::beans::XPropertySet>;
 
+    void run(const std::function<void()> &step) const;
+
     // On the office's thread.
     css::uno::Reference<css::sheet::XSpreadsheetDocument> document() const;
     css::uno::Reference<css::sheet::XSpreadsheet> sheetOf(const QString &name) const;
@@ -79,6 +81,7 @@ private:
     void showSheet(const QString &sheet) const;
 
     Office &m_office;
+    int m_start = 0; // of the office that has the workbook
     css::uno::Reference<css::frame::XModel> m_model;
     css::uno::Reference<css::datatransfer::XTransferable> m_clipboard;
 };

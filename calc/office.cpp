@@ -3,7 +3,9 @@
 #include "calc/uno_text.h"
 #include "reports/spreadsheet.h"
 
+#include <QDir>
 #include <QEventLoop>
+#include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <QTimer>
@@ -43,6 +45,31 @@ QString programFolder()
             return folder;
     }
     throw SpreadsheetError(NotInstalled, u"No spreadsheet program was found"_s);
+}
+
+// What the office calls the build that it is; empty when it does not say.
+QByteArray buildId()
+{
+    constexpr QByteArrayView Key = "buildid=";
+    QFile version(programFolder() + u"/versionrc"_s);
+    if (!version.open(QIODevice::ReadOnly))
+        return {};
+    while (!version.atEnd()) {
+        const QByteArray line = version.readLine().trimmed();
+        if (line.startsWith(Key))
+            return line.sliced(Key.size());
+    }
+    return {};
+}
+
+// A profile that bears the mark of this build is taken as it is. Without it the office would throw away what
+// a former build has left, and start again.
+void markProfile(const QString &profile)
+{
+    const QString folder = profile + u"/user/extensions"_s;
+    QFile mark(folder + u"/buildid"_s);
+    if (QDir().mkpath(folder) && mark.open(QIODevice::WriteOnly))
+        mark.write(buildId());
 }
 
 // The program's types must be known before the first context is made: a client without them crashes.
@@ -87,6 +114,7 @@ void Office::newProfile()
     m_profile = std::make_unique<QTemporaryDir>();
     if (!m_profile->isValid())
         throw SpreadsheetError(Failed, m_profile->errorString());
+    markProfile(m_profile->path());
 }
 
 void Office::start()
@@ -147,6 +175,7 @@ void Office::run(const std::function<void()> &step)
             start();
         await([this] { connectToIt(); });
         m_connected = true;
+        ++m_starts;
     }
     await(step);
 }

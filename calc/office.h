@@ -40,6 +40,11 @@ public:
     const css::uno::Reference<css::frame::XDesktop2> &desktop() const { return m_desktop; }
     const css::uno::Reference<css::uno::XComponentContext> &context() const { return m_context; }
 
+    /// How often it has come up so far.
+    int starts() const { return m_starts; }
+    /// True while it runs and has not ended since that start.
+    bool isAt(int start) const { return m_connected && m_starts == start; }
+
     qint64 processId() const { return m_process.processId(); }
 
 private:
@@ -57,6 +62,7 @@ private:
     QThread m_thread;
     QObject m_worker; // lives on the thread
     int m_restarts = 0;
+    int m_starts = 0;
     std::atomic<bool> m_ended = false;
     std::atomic<bool> m_lost = false; // a call has found nobody
     bool m_connected = false;

@@ -152,7 +152,7 @@ QStringList clsMaroviaExcel::GetWorkSheets()
 
 bool clsMaroviaExcel::IsWorksheetExist(const QString &sheet)
 {
-    return GetWorkSheets().contains(sheet);
+    return GetWorkSheets().contains(sheet, Qt::CaseInsensitive);
 }
 
 void clsMaroviaExcel::ReNameSheet(const QString &oldName, const QString &newName)

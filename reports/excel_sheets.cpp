@@ -1,5 +1,6 @@
 #include "reports/excel_sheets.h"
 
+#include "core/text_fold.h"
 #include "core/values.h"
 #include "reports/column_letters.h"
 #include "reports/engine_summary.h"
@@ -251,7 +252,7 @@ int ExcelSheets::engineTables(const QStringList &lines, int row) const
         for (qsizetype i = 1; i < fields.size(); ++i)
             excel.Enterxlnumber(Engines, row, static_cast<int>(i) + 1, fields[i]);
         widest = std::max(widest, fields.size());
-        if (fields.constFirst().contains(EnginesKeyword))
+        if (containsIgnoringCase(fields.constFirst(), QString(EnginesKeyword)))
             bar(Engines, row, columnLetters(static_cast<int>(fields.size())));
     }
     align();

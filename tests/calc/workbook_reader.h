@@ -24,14 +24,19 @@ inline QByteArray outputOf(const QString &program, const QStringList &arguments)
     return process.readAllStandardOutput();
 }
 
-/// A saved workbook as xlrd reads it.
+enum class Reader { Xlrd, Gnumeric };
+
+/// A saved workbook as another program reads it.
 class ReadWorkbook
 {
 public:
-    explicit ReadWorkbook(const QString &path)
+    explicit ReadWorkbook(const QString &path, Reader reader = Reader::Xlrd)
         : m_json(QJsonDocument::fromJson(
-                     outputOf(QStringLiteral("/usr/bin/python3"),
-                              {sourceFile(QStringLiteral("tests/calc/read_workbook.py")), path}))
+                     outputOf(
+                         QStringLiteral("/usr/bin/python3"),
+                         {sourceFile(reader == Reader::Xlrd ? QStringLiteral("tests/calc/read_workbook.py")
+                                                            : QStringLiteral("tests/calc/read_gnumeric.py")),
+                          path}))
                      .object())
     {
     }

@@ -2,9 +2,15 @@
 
 #include "tests/doors/recording_spreadsheet.h"
 #include "tests/reports/report_world.h"
+#include "tests/support/ordinary_user.h"
+#include "tests/support/small_disk.h"
+
+#include <QDir>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <sys/stat.h>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -250,6 +256,22 @@ TEST_F(Excel, leavesTheEngineSheetWithoutASummary)
     EXPECT_TRUE(desktop.boxes.empty());
 }
 
+TEST_F(Excel, takesHeadingsOfTheSummaryInAnyCase)
+{
+    writeReportFile(u"EngineSummary.dat"_s, "[USA]\r\nENGINESKEYWORD;Finder\r\ntea;3\r\n");
+    make();
+    EXPECT_TRUE(did(u"colour Engine Summary A10:B10 61c4f3"_s));
+    EXPECT_EQ(cell(Engines, 10, 1), u"ENGINESKEYWORD"_s);
+}
+
+TEST_F(Excel, renamesTheTemplatesSheetsInAnyCase)
+{
+    record().sheets = {u"REPORT"_s, u"sheet2"_s, u"Sheet3"_s};
+    make();
+    EXPECT_TRUE(did(u"rename Report Keyword Summary"_s));
+    EXPECT_TRUE(did(u"rename Sheet2 Keyword URL"_s));
+}
+
 TEST_F(Excel, leavesSheetsThatHaveTheirNamesAlready)
 {
     record().sheets = {Summary, KeywordUrl, Engines};
@@ -332,6 +354,45 @@ TEST_F(Excel, keepsTheOldWorkbookWhenTheProgramEnds)
     EXPECT_EQ(record().closed, 1);
     EXPECT_EQ(desktop.waiting, 0);
     EXPECT_TRUE(desktop.opened.empty());
+}
+
+TEST_F(Excel, keepsTheOldWorkbookWhenTheDiskIsFull)
+{
+    writeReportFile(u"Finder.html"_s, "makes the folder");
+    const SmallDisk disk(path(u"reports/Demo"_s), 64 << 10);
+    if (!disk.isThere())
+        GTEST_SKIP() << "takes the right to mount a file system";
+    writeReportFile(u"Finder.xls"_s, "old");
+    disk.fill();
+    make();
+    ASSERT_EQ(desktop.boxes.size(), 1U);
+    EXPECT_TRUE(desktop.boxes[0].text.startsWith(u"ExcelReport_Error: "_s));
+    EXPECT_TRUE(desktop.boxes[0].text.contains(u"No space left on device"_s))
+        << qPrintable(desktop.boxes[0].text);
+    EXPECT_EQ(desktop.boxes[0].icon, MessageIcon::Critical);
+    EXPECT_TRUE(takeLog().endsWith(desktop.boxes[0].text));
+    EXPECT_EQ(read(u"reports/Demo/Finder.xls"_s), "old");
+    EXPECT_EQ(QDir(path(u"reports/Demo"_s)).entryList(QDir::Files | QDir::Hidden, QDir::Name),
+              QStringList({u"Finder.xls"_s, u"filler"_s}));
+    EXPECT_EQ(desktop.waiting, 0);
+    disk.empty();
+    make();
+    EXPECT_EQ(read(u"reports/Demo/Finder.xls"_s), "a workbook");
+}
+
+TEST_F(Excel, keepsTheOldWorkbookInAFolderThatIsReadOnly)
+{
+    writeReportFile(u"Finder.xls"_s, "old");
+    ASSERT_EQ(::chmod(QFile::encodeName(path(u"reports/Demo"_s)).constData(), 0555), 0);
+    EXPECT_TRUE(asOrdinaryUser(folder.path(), [&] {
+        make();
+        return desktop.boxes.size() == 1 && desktop.boxes[0].text.startsWith(u"ExcelReport_Error: "_s) &&
+               desktop.boxes[0].text.contains(u"Permission denied"_s) &&
+               desktop.boxes[0].icon == MessageIcon::Critical && takeLog().endsWith(desktop.boxes[0].text) &&
+               desktop.waiting == 0 && desktop.opened.empty();
+    }));
+    ASSERT_EQ(::chmod(QFile::encodeName(path(u"reports/Demo"_s)).constData(), 0755), 0);
+    EXPECT_EQ(read(u"reports/Demo/Finder.xls"_s), "old");
 }
 
 TEST_F(Excel, tellsWhenTheWorkbookCannotBeWritten)
