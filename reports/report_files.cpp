@@ -1,6 +1,7 @@
 #include "reports/report_files.h"
 
 #include "core/modCommon.h"
+#include "core/native_file.h"
 #include "core/report_folder.h"
 #include "core/text_fold.h"
 
@@ -14,13 +15,22 @@ namespace {
 
 constexpr auto Reports = "reports"_L1;
 
-// Whether the file is only the name that a browser makes of another one. A link to a second spelling of the
+// Whether the link is only the name that a browser makes of another file. One to a second spelling of the
 // same name stands for its file.
 bool isOtherFilesName(const QString &native)
 {
-    const QFileInfo file(native);
-    return file.isSymbolicLink() &&
-           !equalsIgnoringCase(QFileInfo(file.symLinkTarget()).fileName(), file.fileName());
+    const QFileInfo link(native);
+    return !equalsIgnoringCase(QFileInfo(link.symLinkTarget()).fileName(), link.fileName());
+}
+
+// The file in the system's spelling.
+std::optional<QString> nativeReport(ApplicationContext &app, const QString &path)
+{
+    auto native = app.files.find(path);
+    const mode_t mode = native ? modeOf(*native) : 0;
+    const bool isThere =
+        S_ISREG(mode) || (S_ISLNK(mode) && app.files.fileExists(path) && !isOtherFilesName(*native));
+    return isThere ? native : std::nullopt;
 }
 
 } // namespace
@@ -47,15 +57,15 @@ std::optional<QString> existingReport(ApplicationContext &app, const QString &pr
     if (!HostPath::isFileName(project) || !HostPath::isFileName(name))
         return std::nullopt;
     QString path = reportFile(app, project, name);
-    if (!app.files.fileExists(path) || isOtherFilesName(*app.files.find(path)))
-        return std::nullopt;
-    return path;
+    return nativeReport(app, path) ? std::optional(std::move(path)) : std::nullopt;
 }
 
 std::optional<QByteArray> readReport(ApplicationContext &app, const QString &project, const QString &name)
 {
-    const auto path = existingReport(app, project, name);
-    return path ? std::optional(app.files.readAll(*path)) : std::nullopt;
+    if (!HostPath::isFileName(project) || !HostPath::isFileName(name))
+        return std::nullopt;
+    const auto native = nativeReport(app, reportFile(app, project, name));
+    return native ? std::optional(app.files.readAll(*native)) : std::nullopt;
 }
 
 void writeReport(ApplicationContext &app, const QString &project, const QString &name, QByteArrayView bytes)
