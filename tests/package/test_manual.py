@@ -64,7 +64,7 @@ class Manual(unittest.TestCase):
         unknown = []
         for page, text in self.texts.items():
             for bold in re.findall(r"\*\*([^*]+)\*\*", text):
-                if not all(plain(part) in known for part in bold.split(" > ")):
+                if not all(plain(part) in known for part in " ".join(bold.split()).split(" > ")):
                     unknown.append((page, bold))
         self.assertEqual(unknown, [])
 
