@@ -65,7 +65,7 @@ void Scheduler::findDueProject()
         ++m_scanIndex;
         m_autoAccount->GetSettings();
         logOnce(*m_autoAccount);
-        if (isDue(*m_autoAccount, m_app.clock.now())) {
+        if (isDue(*m_autoAccount, m_app.clock.now()) && !ranTodayInVain(*m_autoAccount)) {
             StartAutoRun();
             return;
         }
@@ -95,9 +95,31 @@ void Scheduler::remindOfRun()
 // The date moves first: a crash in the run does not repeat it at the next start.
 void Scheduler::StartAutoRun()
 {
-    m_autoAccount->SetNextLookupDate(m_app.clock.today());
+    moveDate(*m_autoAccount);
     m_autoEngineIndex = 0;
     startNextEngine();
+}
+
+// Where the disk is full or may not be written the date on it stays, and the project is due as before: once a
+// day is enough then.
+void Scheduler::moveDate(clsAccount &account)
+{
+    const QDate before = account.NextLookup;
+    account.SetNextLookupDate(m_app.clock.today());
+    clsAccount stored(m_app);
+    stored.Name = account.Name;
+    stored.GetSettings();
+    if (stored.NextLookup == before)
+        m_unmoved.insert(folded(account.Name), {before, m_app.clock.today()});
+    else
+        m_unmoved.remove(folded(account.Name));
+}
+
+bool Scheduler::ranTodayInVain(const clsAccount &account) const
+{
+    const auto unmoved = m_unmoved.constFind(folded(account.Name));
+    return unmoved != m_unmoved.constEnd() && unmoved->date == account.NextLookup &&
+           unmoved->day == m_app.clock.today();
 }
 
 void Scheduler::startNextEngine()

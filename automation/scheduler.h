@@ -6,6 +6,7 @@
 #include "project/clsAccount.h"
 #include "reports/report_set.h"
 
+#include <QHash>
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
@@ -85,7 +86,9 @@ Q_SIGNALS:
 private:
     void findDueProject();
     void logOnce(const clsAccount &account);
+    bool ranTodayInVain(const clsAccount &account) const;
     void StartAutoRun();
+    void moveDate(clsAccount &account);
     void startNextEngine();
     void AutoBid(const QString &engine);
     void ClearAutoBidAcct();
@@ -110,6 +113,13 @@ private:
     bool m_loggedOnce = false;
     qint16 m_scanIndex = 0;
     qint16 m_autoEngineIndex = 0;
+    /// A date that could not be moved on disk, and the day on which the project ran all the same.
+    struct Unmoved
+    {
+        QDate date;
+        QDate day;
+    };
+    QHash<QString, Unmoved> m_unmoved; // by the project's name, folded
     QDateTime m_engineStart;
     int m_scansOnEngine = 0; // while the present engine is looked up
 

@@ -1,6 +1,9 @@
 #include "tests/automation/scheduler_world.h"
 
 #include "core/values.h"
+#include "tests/support/ordinary_user.h"
+
+#include <QFile>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace sondrel;
@@ -87,6 +90,24 @@ TEST_F(Unattended, doesNotRunTheSameProjectTwice)
     scheduler.setEnabled(true);
     pass(4 * Minute);
     EXPECT_EQ(finished.size(), 1);
+}
+
+TEST_F(Unattended, runsOnceADayWhileItsDateCannotBeMoved)
+{
+    addProject(u"Shop"_s, {u"Finder"_s});
+    const QString folder = world.path(u"Projects/Shop"_s);
+    EXPECT_TRUE(asOrdinaryUser(world.folder.path(), [&] {
+        QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+        scheduler.setEnabled(true);
+        pass(4 * Minute);
+        const qsizetype firstDay = finished.size();
+        world.clock.set(world.clock.now().addDays(1));
+        pass(4 * Minute);
+        QFile::setPermissions(folder,
+                              QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        return firstDay == 1 && finished.size() == 2;
+    }));
+    EXPECT_TRUE(world.takeLog().contains(u"clsAccount_SetNextLookupDate: Cannot write"_s));
 }
 
 TEST_F(Unattended, waitsForTheStartTime)
