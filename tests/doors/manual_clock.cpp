@@ -56,6 +56,12 @@ std::unique_ptr<ClockTimer> ManualClock::createTimer(int interval, std::function
     return std::make_unique<ManualTimer>(std::move(state));
 }
 
+int ManualClock::timers() const
+{
+    return static_cast<int>(
+        std::ranges::count_if(m_timers, [](const auto &timer) { return !timer.expired(); }));
+}
+
 void ManualClock::advance(qint64 milliseconds)
 {
     const qint64 end = *m_elapsed + milliseconds;

@@ -21,6 +21,8 @@ public:
     void set(const QDateTime &when) { m_now = when; }
     /// Moves on, ticking every timer at its moment, in order.
     void advance(qint64 milliseconds);
+    /// How many timers there are, on or off.
+    int timers() const;
 
     /// What a timer of this clock shares with it; made by the clock alone.
     struct State;
