@@ -1,0 +1,192 @@
+#!/usr/bin/env python3
+"""Takes the disk away from the program while it is to write: it tells, loses nothing, and goes on.
+
+Runs as root or where an ordinary user may mount in a namespace of his own. SONDREL_STORES names sondrel-stores.
+"""
+import contextlib
+import json
+import os
+import resource
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent))
+
+import kill_runs  # noqa: E402
+
+SIZE = 64 << 20
+OPERATIONS = ("save", "update", "report", "lookup")
+# Pages are written one after the other, and each tells of what it found.
+MIXED = ("app/Reports/", "app/Results/", "app/Projects/Shop/Finder.dat")
+IN_NAMESPACE = "SONDREL_IN_NAMESPACE"
+
+
+def may_mount():
+    with tempfile.TemporaryDirectory() as folder:
+        if subprocess.run(["mount", "-t", "tmpfs", "tmpfs", folder], stderr=subprocess.DEVNULL, check=False).returncode:
+            return False
+        subprocess.run(["umount", folder], check=True)
+        return True
+
+
+class Stores:
+    """A running program that writes the state that it is told, and tells what came of it."""
+
+    def __init__(self, program, operation, folder):
+        # A file that may not grow is to be an error of the write, as on a disk with quotas, and no signal.
+        self.process = subprocess.Popen([program, operation, folder, "-"], stdin=subprocess.PIPE,
+                                        stdout=subprocess.PIPE, restore_signals=False)
+        assert self.process.stdout.readline() == b"ready\n"
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.process.stdin.close()
+        self.process.wait()
+        self.process.stdout.close()
+
+    def write(self, state):
+        """Store to all that was said of it; the same store may be written in several steps."""
+        self.process.stdin.write(f"{state}\n".encode())
+        self.process.stdin.flush()
+        said = {}
+        for answer in json.loads(self.process.stdout.readline()):
+            said.setdefault(answer["store"], []).extend(
+                text for text in (answer["log"], *answer["boxes"], answer["thrown"]) if text)
+        return said
+
+
+class LostDisk(unittest.TestCase):
+    """Each way to lose the disk, for each operation."""
+
+    references = {}
+
+    @classmethod
+    def setUpClass(cls):
+        cls.whole = Path(tempfile.mkdtemp(prefix="sondrel-disk-whole-")).resolve()
+        cls.addClassCleanup(shutil.rmtree, cls.whole)
+
+    def reference(self, operation):
+        if operation not in self.references:
+            self.references[operation] = kill_runs.Reference(self.program, operation, self.whole)
+        return self.references[operation]
+
+    def setUp(self):
+        stack = contextlib.ExitStack()
+        self.addCleanup(stack.close)
+        self.outside = Path(stack.enter_context(tempfile.TemporaryDirectory(prefix="sondrel-disk-"))).resolve()
+        self.disk = self.outside / "disk"
+        self.disk.mkdir()
+        subprocess.run(["mount", "-t", "tmpfs", "-o", f"size={SIZE}", "tmpfs", self.disk], check=True)
+        stack.callback(subprocess.run, ["umount", "-l", self.disk], check=True)
+        self.program = os.environ["SONDREL_STORES"]
+        self.stores = None
+
+    def mount(self, options):
+        subprocess.run(["mount", "-o", f"remount,{options}", self.disk], check=True)
+
+    def check_each(self, take, give, only=OPERATIONS):
+        for operation in only:
+            with self.subTest(operation):
+                self.check_one(operation, take, give)
+
+    def check_one(self, operation, take, give):
+        folder = self.disk / operation
+        reference = self.reference(operation)
+        kill_runs.run(self.program, operation, folder, "0")
+        # Its log stays readable and writable, so that it can be seen to be written.
+        log = folder / "app" / "Error.log"
+        self.lead_out(log, operation)
+        whole_reports = kill_runs.files(self.whole / f"{operation}-01" / "app" / "Reports")
+        with Stores(self.program, operation, folder) as self.stores:
+            self.assert_silent(self.stores.write(0))
+            take()
+            said = self.stores.write(1)
+            give()
+            kill_runs.check(self.program, operation, folder, reference, MIXED)
+            self.assert_positions(folder)
+            after = kill_runs.load(self.program, folder)["stores"]
+            for store, texts in said.items():
+                written = after[store] == reference.stores[1][store] if store in after else \
+                    kill_runs.files(folder / "app" / "Reports") == whole_reports
+                self.assertTrue(written or texts, f"{store} is not written, and nothing is said")
+            self.lead_out(log, operation)  # loading has put a new one there
+            self.assert_silent(self.stores.write(0))
+            self.assert_silent(self.stores.write(1))
+        kill_runs.check(self.program, operation, folder, reference)
+        self.assertEqual(kill_runs.load(self.program, folder)["stores"], reference.stores[1])
+        self.assertEqual([name for name in kill_runs.files(folder) if kill_runs.is_debris(name)], [])
+        shutil.rmtree(folder)
+
+    def assert_positions(self, folder):
+        """A page that could not be kept leaves its keyword where it was; nothing becomes worse."""
+        results = folder / "app" / "Projects" / "Shop" / "Finder.dat"
+        for row in results.read_text("cp1252").split("\n") if results.exists() else ():
+            if row.startswith("shoe "):
+                self.assertIn(row.split(";")[2], ("3", "7"))
+
+    def lead_out(self, log, operation):
+        log.unlink(missing_ok=True)
+        (self.outside / f"{operation}.log").touch()
+        log.symlink_to(self.outside / f"{operation}.log")
+
+    def assert_silent(self, said):
+        lines = [line for texts in said.values() for text in texts for line in text.split("\r\n")]
+        self.assertEqual([line for line in lines if kill_runs.is_failure(line)], [])
+
+    def fill(self, left):
+        (self.disk / "filler").unlink(missing_ok=True)
+        status = os.statvfs(self.disk)
+        with open(self.disk / "filler", "wb") as file:
+            file.write(b"x" * max(0, status.f_bavail * status.f_frsize - left))
+
+    def empty(self):
+        (self.disk / "filler").unlink()
+
+    def test_full(self):
+        self.check_each(lambda: self.fill(0), self.empty)
+
+    def test_nearly_full(self):
+        for left in (8 << 10, 40 << 10, 160 << 10):
+            self.check_each(lambda: self.fill(left), self.empty)
+
+    def test_read_only(self):
+        self.check_each(lambda: self.mount("ro"), lambda: self.mount("rw"))
+
+    def test_vanished(self):
+        def move(source, target):
+            for operation in OPERATIONS:
+                for name in ("app", "system"):
+                    if (self.disk / operation / (name + source)).exists():
+                        (self.disk / operation / (name + source)).rename(self.disk / operation / (name + target))
+        self.check_each(lambda: move("", ".away"), lambda: move(".away", ""))
+
+    def test_quota(self):
+        """No file may grow larger than that, the log included."""
+        def limit(size):
+            resource.prlimit(self.stores.process.pid, resource.RLIMIT_FSIZE, (size, resource.RLIM_INFINITY))
+        for size in (20_000, 200_000):
+            self.check_each(lambda: limit(size), lambda: limit(resource.RLIM_INFINITY))
+
+
+def main():
+    if not may_mount():
+        if IN_NAMESPACE not in os.environ and not subprocess.run(
+                ["unshare", "-rm", "true"], stderr=subprocess.DEVNULL, check=False).returncode:
+            os.environ[IN_NAMESPACE] = "1"
+            os.execvp("unshare", ["unshare", "-rm", sys.executable, *sys.argv])
+        print("skipped: neither root nor a namespace of one's own may mount a small disk here")
+        return 77
+    signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+    unittest.main()
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
