@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QStyle>
 #include <QTabWidget>
 
 namespace sondrel {
@@ -16,7 +17,13 @@ namespace {
 class Page final : public QScrollArea
 {
 public:
-    QSize sizeHint() const override { return widget() ? widget()->sizeHint() : QScrollArea::sizeHint(); }
+    QSize sizeHint() const override
+    {
+        if (!widget())
+            return QScrollArea::sizeHint();
+        // On a screen that is not high enough, a bar beside the content must not take of its width.
+        return widget()->sizeHint() + QSize(style()->pixelMetric(QStyle::PM_ScrollBarExtent), 0);
+    }
 };
 
 } // namespace

@@ -9,6 +9,7 @@
 #include <QCloseEvent>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -16,6 +17,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 using namespace Qt::Literals::StringLiterals;
@@ -25,6 +27,17 @@ namespace sondrel {
 namespace {
 
 constexpr int EndInterval = 100; // ms
+
+// Five lines, and whatever room is left: with more the dialog would be too tall for a small screen.
+class Message final : public QPlainTextEdit
+{
+public:
+    Message() { setMinimumHeight(sizeHint().height()); }
+    QSize sizeHint() const override
+    {
+        return {QPlainTextEdit::sizeHint().width(), fontMetrics().lineSpacing() * 5 + 2 * frameWidth()};
+    }
+};
 
 QRadioButton *newChoice(const QString &name, const QString &caption)
 {
@@ -44,17 +57,16 @@ frmSendReport::frmSendReport(ApplicationContext &app, QWidget *parent)
     m_email = newLineEdit(u"txtEmail"_s);
     m_cc = newLineEdit(u"txtCC"_s);
     m_subject = newLineEdit(u"txtSubject"_s);
-    m_message = new QPlainTextEdit;
+    m_message = new Message;
     m_message->setObjectName(u"txtMessage"_s);
     m_message->setTabChangesFocus(true);
     m_message->setAccessibleName(tr("Message"));
-    m_message->setMinimumHeight(m_message->fontMetrics().lineSpacing() * 5);
     m_status = new QLabel;
     m_status->setObjectName(u"lblMessage"_s);
     m_status->setTextFormat(Qt::PlainText);
     m_status->setWordWrap(true);
 
-    auto *buttons = new QDialogButtonBox(this);
+    auto *buttons = new QDialogButtonBox; // the last ones that the keyboard comes to
     m_send = buttons->addButton(tr("&Send"), QDialogButtonBox::ActionRole);
     m_send->setObjectName(u"cmdSend"_s);
     m_send->setDefault(true);
@@ -96,10 +108,13 @@ QWidget *frmSendReport::newReportBox()
     m_rankingDetails = newCheckBox(u"chkRankingDetails"_s, tr("Ranking details report"));
     m_removeUnranked =
         newCheckBox(u"chkRemoveUnRanking"_s, tr("Do not include non-ranking keywords in the report"));
-    auto *rows = new QVBoxLayout(box);
-    for (QCheckBox *check :
-         {m_engineSummary, m_keywordSummary, m_keywordUrl, m_rankingDetails, m_removeUnranked})
-        rows->addWidget(check);
+    auto *cells = new QGridLayout(box);
+    cells->addWidget(m_engineSummary, 0, 0);
+    cells->addWidget(m_keywordSummary, 0, 1);
+    cells->addWidget(m_keywordUrl, 1, 0);
+    cells->addWidget(m_rankingDetails, 1, 1);
+    cells->addWidget(m_removeUnranked, 2, 0, 1, 2);
+    cells->setColumnStretch(1, 1);
     return box;
 }
 
@@ -128,6 +143,8 @@ void frmSendReport::load()
     m_email->setText(form.email);
     m_subject->setText(form.subject);
     m_cc->setText(form.cc);
+    for (QLineEdit *field : {m_from, m_email, m_subject, m_cc})
+        field->setCursorPosition(0); // a long text shows its beginning
     m_message->setPlainText(form.message);
     m_engineSummary->setChecked(form.wanted.engineSummary);
     m_keywordSummary->setChecked(form.wanted.keywordSummary);

@@ -13,6 +13,7 @@
 #include "shell/frmFileController.h"
 #include "shell/frmMain.h"
 #include "shell/frmPreference.h"
+#include "shell/frmSendReport.h"
 #include "shell/frmSondrel.h"
 #include "shell/frmSplash.h"
 #include "shell/frmURLs.h"
@@ -83,6 +84,11 @@ void takeProjectDialogs(ApplicationContext &app, const Take &take)
         frmAccount dialog(app);
         dialog.setAccount(account);
         takeTabs(take, u"project"_s, dialog);
+    }
+    {
+        frmSendReport dialog(app);
+        dialog.setAccount(account);
+        takeTabs(take, u"send-report"_s, dialog);
     }
     {
         frmURLs dialog(app);

@@ -2,10 +2,13 @@
 
 #include "tests/shell/dialog_test.h"
 
+#include <QAccessible>
 #include <QCheckBox>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include <gmock/gmock.h>
 
@@ -92,6 +95,42 @@ TEST_F(SendReportDialog, namesTheReporter)
     world.setPreference(u"ReporterName"_s, u"Ann"_s);
     dialog.show();
     EXPECT_EQ(text(u"txtFrom"_s), u"Ann<ann@sender.example>"_s);
+}
+
+TEST_F(SendReportDialog, showsTheBeginningOfLongTexts)
+{
+    account->Subject = u"Ranks "_s.repeated(100);
+    dialog.show();
+    EXPECT_EQ(control<QLineEdit>(dialog, u"txtSubject"_s).cursorPosition(), 0);
+}
+
+TEST_F(SendReportDialog, isReadWithoutScrollingSideways)
+{
+    dialog.show();
+    dialog.resize(dialog.width(), dialog.height() / 2);
+    QCoreApplication::processEvents();
+    const auto &page = *dialog.findChild<QScrollArea *>();
+    EXPECT_TRUE(page.verticalScrollBar()->isVisible());
+    EXPECT_FALSE(page.horizontalScrollBar()->isVisible());
+}
+
+TEST_F(SendReportDialog, isWalkedThroughByTheKeyboard)
+{
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    QStringList walked;
+    while (QWidget *field = dialog.focusWidget()) {
+        if (walked.contains(field->objectName()))
+            break;
+        walked.append(field->objectName());
+        EXPECT_FALSE(QAccessible::queryAccessibleInterface(field)->text(QAccessible::Name).isEmpty())
+            << field->objectName().toStdString();
+        QTest::keyClick(field, Qt::Key_Tab);
+    }
+    EXPECT_THAT(walked, ElementsAre(u"txtFrom"_s, u"txtEmail"_s, u"txtCC"_s, u"txtSubject"_s, u"txtMessage"_s,
+                                    u"chkEngineSummary"_s, u"chkKeywordSummary"_s, u"chkKeywordURLSummary"_s,
+                                    u"chkRankingDetails"_s, u"chkRemoveUnRanking"_s, u"optReportFormat0"_s,
+                                    u"cmdSend"_s, u"cmdCancel"_s));
 }
 
 TEST_F(SendReportDialog, sendsTheCheckedReports)
