@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
 
@@ -18,7 +19,6 @@ namespace {
 
 constexpr qsizetype BytesPerLine = 57; // 76 characters of base64
 constexpr qsizetype LinesAtOnce = 1024;
-constexpr qsizetype CharactersPerLine = 76;
 
 qint64 encodedSize(qint64 size)
 {
@@ -27,13 +27,41 @@ qint64 encodedSize(qint64 size)
     return characters + 2 * lines;
 }
 
-QByteArray inLines(const QByteArray &characters)
+// The two characters of each value of 12 bits.
+constexpr auto Pairs = [] {
+    constexpr char Digits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::array<std::array<char, 2>, 4096> pairs{};
+    for (std::size_t value = 0; value < pairs.size(); ++value)
+        pairs[value] = {Digits[value >> 6], Digits[value & 63]};
+    return pairs;
+}();
+
+char *putGroup(char *out, const unsigned char *bytes)
 {
-    QByteArray lines;
-    lines.reserve(characters.size() + characters.size() / CharactersPerLine * 2 + 2);
-    for (qsizetype from = 0; from < characters.size(); from += CharactersPerLine) {
-        lines.append(characters.constData() + from, std::min(CharactersPerLine, characters.size() - from));
-        lines.append("\r\n");
+    const unsigned group = unsigned{bytes[0]} << 16 | unsigned{bytes[1]} << 8 | unsigned{bytes[2]};
+    std::memcpy(out, Pairs[group >> 12].data(), 2);
+    std::memcpy(out + 2, Pairs[group & 4095].data(), 2);
+    return out + 4;
+}
+
+// Base64 in lines. Written out at once, since a mail is little else than this.
+QByteArray encodedLines(const QByteArray &bytes)
+{
+    QByteArray lines(encodedSize(bytes.size()), Qt::Uninitialized);
+    char *out = lines.data();
+    const auto *in = reinterpret_cast<const unsigned char *>(bytes.constData());
+    for (qsizetype left = bytes.size(); left > 0;) {
+        qsizetype inLine = std::min(left, BytesPerLine);
+        left -= inLine;
+        for (; inLine >= 3; inLine -= 3, in += 3)
+            out = putGroup(out, in);
+        if (inLine > 0) {
+            const unsigned char rest[3] = {in[0], inLine > 1 ? in[1] : static_cast<unsigned char>(0), 0};
+            out = putGroup(out, rest);
+            std::memset(out - (3 - inLine), '=', static_cast<std::size_t>(3 - inLine));
+        }
+        *out++ = '\r';
+        *out++ = '\n';
     }
     return lines;
 }
@@ -74,7 +102,7 @@ QByteArray MessageStream::nextLines(OpenFile &source) const
         have += count;
     }
     source.left -= have;
-    return inLines(bytes.toBase64());
+    return encodedLines(bytes);
 }
 
 qsizetype MessageStream::read(char *bytes, qsizetype size)

@@ -104,7 +104,7 @@ QJsonObject formatMessage(const Call &call)
     return answer(call.app.fromBytes(streamOf(mail.message()).readAll()));
 }
 
-// Sends it for good; the events, in order, and the times that it took.
+// Sends it for good; the events, in order, and the times that it took. "cancel_after_ms" stops it then.
 QJsonObject sendMail(const Call &call)
 {
     clsSendMail mail(call.app);
@@ -128,6 +128,8 @@ QJsonObject sendMail(const Call &call)
     turn.start();
     turning.start(1);
     QTimer::singleShot(0, &mail, &clsSendMail::SendMail);
+    if (const QJsonValue after = call.request.value(u"cancel_after_ms"_s); after.isDouble())
+        QTimer::singleShot(after.toInt(), &mail, &clsSendMail::Disconnect);
     loop.exec();
     QJsonObject result = answer(events);
     result.insert(u"block_ms"_s, std::max(longest, turn.elapsed()));

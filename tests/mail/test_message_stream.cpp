@@ -26,7 +26,7 @@ TEST_P(StreamedFile, comesInLinesOfBase64)
     const qint64 size = stream.size();
     const QByteArray text = stream.readAll();
     EXPECT_EQ(text.size(), size);
-    EXPECT_EQ(QByteArray::fromBase64(text), bytes);
+    EXPECT_EQ(QByteArray(text).replace("\r\n", ""), bytes.toBase64());
     for (const QByteArray &line : text.split('\n'))
         EXPECT_LE(line.size(), 77);
 }
