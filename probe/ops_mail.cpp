@@ -129,7 +129,7 @@ QJsonObject sendMail(const Call &call)
     turning.start(1);
     QTimer::singleShot(0, &mail, &clsSendMail::SendMail);
     if (const QJsonValue after = call.request.value(u"cancel_after_ms"_s); after.isDouble())
-        QTimer::singleShot(after.toInt(), &mail, &clsSendMail::Disconnect);
+        QTimer::singleShot(after.toInt(), Qt::PreciseTimer, &mail, &clsSendMail::Disconnect);
     loop.exec();
     QJsonObject result = answer(events);
     result.insert(u"block_ms"_s, std::max(longest, turn.elapsed()));
