@@ -116,9 +116,10 @@ void CalcWorkbook::print(const QString &sheet, int copies)
         const auto before = areas->getPrintAreas();
         areas->setPrintAreas(sequenceOf(
             {Reference<css::sheet::XCellRangeAddressable>(used, UNO_QUERY_THROW)->getRangeAddress()}));
-        Reference<css::view::XPrintable>(m_model, UNO_QUERY_THROW)
-            ->print(sequenceOf(
-                {property("CopyCount", Any(static_cast<sal_Int16>(copies))), property("Wait", Any(true))}));
+        // One by one: without a print server, printers forget how many they were asked for.
+        const Reference<css::view::XPrintable> printer(m_model, UNO_QUERY_THROW);
+        for (int copy = 0; copy < copies; ++copy)
+            printer->print(sequenceOf({property("Wait", Any(true))}));
         areas->setPrintAreas(before);
     });
 }

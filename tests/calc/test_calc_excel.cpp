@@ -6,6 +6,8 @@
 #include "tests/calc/workbook_reader.h"
 #include "tests/support/world.h"
 
+#include <QDir>
+
 #include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <gmock/gmock.h>
@@ -241,11 +243,28 @@ TEST_F(ExcelOperations, clearCopyPasteAndDeleteCells)
     });
 }
 
-TEST_F(ExcelOperations, fitASheetToThePageThatIsPrinted)
+TEST_F(ExcelOperations, printCopiesOfASheetFittedToThePage)
 {
-    enter(10, 2, u"text"_s);
-    excel.PrintOut(Sheet, 2);
-    excel.Saveasxl(app.appFile({u"saved.xls"_s}));
+    // What takes the place of the system's printer.
+    write(u"bin/lpr"_s, "#!/bin/sh\ncat >\"${0%/*}/$$.pdf\"\n");
+    ASSERT_TRUE(
+        QFile::setPermissions(path(u"bin/lpr"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    const QByteArray usual = qgetenv("PATH");
+    qputenv("PATH", QFile::encodeName(path(u"bin"_s)) + ':' + usual);
+    qputenv("SAL_DISABLE_CUPS", "1");
+    OwnOffice office;
+    clsMaroviaExcel printing(app, &office);
+    ASSERT_TRUE(printing.ConnectExcel(book, false));
+    qputenv("PATH", usual);
+    qunsetenv("SAL_DISABLE_CUPS");
+    printing.Enterxldata(Sheet, 10, 2, u"text"_s);
+    printing.PrintOut(Sheet, 2);
+    printing.Saveasxl(app.appFile({u"saved.xls"_s}));
+    printing.ExcelClose();
+    const QFileInfoList printed = QDir(path(u"bin"_s)).entryInfoList({u"*.pdf"_s}, QDir::Files);
+    EXPECT_EQ(printed.size(), 2);
+    for (const QFileInfo &copy : printed)
+        EXPECT_TRUE(read(u"bin/"_s + copy.fileName()).startsWith("%PDF"));
     EXPECT_EQ(ReadWorkbook(path(u"saved.xls"_s), Reader::Gnumeric).sheet(Sheet)[u"fit"].toArray(),
               (QJsonArray{u"size_fit"_s, u"1"_s, u"0"_s}));
 }
