@@ -66,11 +66,10 @@ QString ExcelSheets::date() const
     return longDate(app.locale, app.clock.today());
 }
 
-void ExcelSheets::begin(const QString &sheet, const QString &templateSheet) const
+void ExcelSheets::rename(const QString &templateSheet, const QString &sheet) const
 {
     if (excel.IsWorksheetExist(templateSheet))
         excel.ReNameSheet(templateSheet, sheet);
-    excel.SetActiveSheet(sheet);
 }
 
 void ExcelSheets::bar(const QString &sheet, int row, const QString &lastColumn) const
@@ -116,7 +115,8 @@ int ExcelSheets::summaryHead() const
 
 void ExcelSheets::ExcelKeywordSummaryReport() const
 {
-    passOver([&] { begin(Summary, u"Report"_s); });
+    passOver([&] { rename(u"Report"_s, Summary); });
+    passOver([&] { excel.SetActiveSheet(Summary); });
     SpreadsheetFont plain;
     plain.bold = false;
     passOver([&] { excel.Enterxlfont(Summary, u"A3:H200"_s, plain); });
@@ -184,7 +184,8 @@ void ExcelSheets::writeKeywordUrls() const
     if (!columns)
         return;
     const QString lastColumn = columnLetters(last);
-    begin(KeywordUrl, u"Sheet2"_s);
+    rename(u"Sheet2"_s, KeywordUrl);
+    excel.SetActiveSheet(KeywordUrl);
     int row = keywordUrlHead() + 3;
     const int heading = row;
     excel.Enterxldata(KeywordUrl, row, 2, u"Search Term"_s);
@@ -278,7 +279,8 @@ void ExcelSheets::writeEngineSummary() const
     const auto bytes = readReport(app, subject.AccountName, u"EngineSummary.dat"_s);
     if (!bytes || bytes->isEmpty())
         return;
-    begin(Engines, u"Sheet3"_s);
+    rename(u"Sheet3"_s, Engines);
+    excel.SetActiveSheet(Engines);
     const int blank = engineSummaryHead() + 1;
     const int row = engineTables(app.fromBytes(*bytes).split(u"\r\n"_s), blank);
     engineSignature(row + 2);

@@ -24,7 +24,7 @@ struct ExcelSheets
 
 private:
     QString date() const;
-    void begin(const QString &sheet, const QString &templateSheet) const;
+    void rename(const QString &templateSheet, const QString &sheet) const;
     void bar(const QString &sheet, int row, const QString &lastColumn) const;
     void title(const QString &sheet, int row, const QString &lastColumn, const QString &text) const;
     void signature(const QString &sheet, int row) const;

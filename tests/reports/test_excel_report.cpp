@@ -143,10 +143,12 @@ TEST_F(Excel, writesTheRowsInOneBlock)
 TEST_F(Excel, passesOverWhatFailsOnTheFirstSheet)
 {
     record().onStep = [](const QString &step) {
-        if (step.startsWith(u"merge Keyword Summary"_s) || step.startsWith(u"font Keyword Summary"_s))
+        if (step.startsWith(u"merge Keyword Summary"_s) || step.startsWith(u"font Keyword Summary"_s) ||
+            step.startsWith(u"rename Report"_s))
             throw SpreadsheetError(1004, u"no"_s);
     };
     make();
+    EXPECT_EQ(record().steps.filter(u"activate Keyword Summary"_s).size(), 2); // at the start and at the end
     EXPECT_EQ(cell(Summary, 4, 3), u"Sunday, November 15, 2026"_s);
     EXPECT_TRUE(desktop.boxes.empty());
     EXPECT_TRUE(hasReport(u"Finder.xls"_s));
