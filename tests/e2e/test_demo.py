@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Runs the demo as a person would; SONDREL_PROGRAM and SONDREL_PROBE name the program and the probe."""
 import fcntl
+import json
 import os
 import re
 import signal
@@ -16,7 +17,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent.parent
 sys.path.insert(0, str(ROOT))
 
-from demo import display, project, run, sites  # noqa: E402
+from demo import display, program, project, run, sites  # noqa: E402
 from tests.e2e import expected  # noqa: E402
 
 ENGINE = expected.Definition(project.ENGINE, per_page=10, paged=True)
@@ -109,6 +110,24 @@ class Demo(unittest.TestCase):
         advice = (folder / "index.html.html").read_text(encoding="cp1252")
         self.assertTrue(advice.startswith("<html><head>"))
         self.assertIn("Web Site Optimizer Report", advice)
+
+    @unittest.skipUnless(Path(os.environ["SONDREL_PROGRAM"]).with_name("sondrel-calc.so").exists(),
+                         "built without the spreadsheet plug-in")
+    def test_leaves_a_program_that_makes_workbooks(self):
+        self.run_demo()
+        places = program.Places(self.folder)
+        workbook = places.menu.with_name(f"{project.ENGINE}.xls")
+        with display.Display(self.folder / "display") as screen, \
+                program.Driven(places.app / "marovia-sondrel", places, screen) as driven:
+            driven.open()
+            screen.keys("alt+r", "e")
+            self.wait_for(workbook.exists)
+            driven.close()
+        seen = json.loads(subprocess.run(["/usr/bin/python3", ROOT / "tests/calc/read_workbook.py", workbook],
+                                         check=True, stdout=subprocess.PIPE).stdout)
+        self.assertEqual(seen["sheets"], ["Keyword Summary", "Keyword URL", "Engine Summary"])
+        terms = [cell["value"] for place, cell in seen["content"]["Keyword Summary"]["cells"].items() if place[0] == "B"]
+        self.assertEqual([term for term in terms if term in project.KEYWORDS], list(project.KEYWORDS))
 
     def test_saves_a_screenshot(self):
         file = Path(re.search("Screenshot +(.+)", self.run_demo()).group(1))
