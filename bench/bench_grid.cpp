@@ -1,4 +1,5 @@
 // How long the keyword grid takes to fill, to scroll, and to take many new keywords.
+#include "bench/keyword_files.h"
 #include "shell/frmSondrel.h"
 #include "shell/row_table.h"
 #include "tests/doors/offline_program.h"
@@ -17,28 +18,12 @@ namespace {
 const auto Project = u"Garden"_s;
 const auto Engine = u"Google(UK)"_s;
 
-void writeFiles(ApplicationContext &app, int count)
-{
-    QByteArray terms;
-    QByteArray results;
-    for (int number = 0; number < count; ++number) {
-        const QByteArray term = "cheap garden furniture " + QByteArray::number(number);
-        terms += term + ";-1\r\n";
-        results += term + ";1,240,000;" + QByteArray::number(number % 100 + 1) +
-                   ";1;12;+3;http://www.site.example/shop/page" + QByteArray::number(number) +
-                   ".html;11/08/2026\r\n";
-    }
-    app.files.makeFolder(app.appFile({u"Projects"_s, Project}));
-    app.files.writeAll(app.appFile({u"Projects"_s, Project, u"Keywords.dat"_s}), terms);
-    app.files.writeAll(app.appFile({u"Projects"_s, Project, clsKeywords::resultFileName(Engine)}), results);
-}
-
 // A grid on a project of many keywords, on the screen.
 struct OpenGrid
 {
     explicit OpenGrid(int count) : program(folder.path()), window(program.app, {})
     {
-        writeFiles(program.app, count);
+        writeKeywordFiles(program.app, Project, Engine, count);
         auto account = std::make_shared<clsAccount>(program.app);
         account->Name = Project;
         window.setAccount(account);

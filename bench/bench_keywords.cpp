@@ -1,5 +1,5 @@
 // How long a project of many keywords takes from its files to its files, and how much memory it needs.
-#include "project/clsKeywords.h"
+#include "bench/keyword_files.h"
 #include "tests/doors/offline_program.h"
 
 #include <QTemporaryDir>
@@ -15,26 +15,6 @@ namespace {
 
 const auto Account = u"Garden"_s;
 const auto Engine = u"Google(UK)"_s;
-
-// Keywords.dat and a result file, with a further hit of every tenth term.
-void writeFiles(ApplicationContext &app, int count)
-{
-    QByteArray terms;
-    QByteArray results;
-    for (int number = 0; number < count; ++number) {
-        const QByteArray term = "cheap garden furniture " + QByteArray::number(number);
-        const QByteArray rest = ";1,240,000;" + QByteArray::number(number % 100 + 1) +
-                                ";1;12;+3;http://www.site.example/shop/page" + QByteArray::number(number) +
-                                ".html;11/08/2026\r\n";
-        terms += term + ";-1\r\n";
-        results += term + rest;
-        if (number % 10 == 0)
-            results += term + "(2)" + rest;
-    }
-    app.files.makeFolder(app.appFile({u"Projects"_s, Account}));
-    app.files.writeAll(app.appFile({u"Projects"_s, Account, u"Keywords.dat"_s}), terms);
-    app.files.writeAll(app.appFile({u"Projects"_s, Account, clsKeywords::resultFileName(Engine)}), results);
-}
 
 void load(clsKeywords &keywords)
 {
@@ -69,7 +49,7 @@ void loadUpdateSave(benchmark::State &state)
     const QTemporaryDir folder;
     OfflineProgram program(folder.path());
     const auto count = static_cast<int>(state.range(0));
-    writeFiles(program.app, count);
+    writeKeywordFiles(program.app, Account, Engine, count, 10);
     QStringList terms;
     for (int number = 0; number < count; ++number)
         terms.append(u"cheap garden furniture "_s + QString::number(number));
@@ -93,7 +73,7 @@ void updateObject(benchmark::State &state)
     const QTemporaryDir folder;
     OfflineProgram program(folder.path());
     const auto count = static_cast<int>(state.range(0));
-    writeFiles(program.app, count);
+    writeKeywordFiles(program.app, Account, Engine, count, 10);
     clsKeywords keywords(program.app);
     load(keywords);
     const QString term = keywords.GetKeyword(count / 2);

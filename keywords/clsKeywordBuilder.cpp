@@ -11,9 +11,9 @@ namespace {
 
 const QString Title = u"Keyword Builder"_s;
 
-SuggestionForm formOf(ApplicationContext &app, const QString &engine)
+EngineRow rowOf(ApplicationContext &app, const QString &engine)
 {
-    return suggestionForm(ProfileFile::load(app, app.EngineDataFile), engine);
+    return readEngineRow(ProfileFile::load(app, app.EngineDataFile), engine);
 }
 
 } // namespace
@@ -31,7 +31,7 @@ void clsKeywordBuilder::Connect()
         if (!m_http)
             throw Failure(u"The connection has been closed"_s);
         m_http->Object = this;
-        const QString url = suggestionAddress(formOf(m_app, EngineName), Keyword);
+        const QString url = suggestionAddress(rowOf(m_app, EngineName), Keyword);
         FormKeywordBuilder->showProgress(1);
         FormKeywordBuilder->showStatus(u"Retrieving data from the search engine ..."_s);
         m_http->Connect1(url);
@@ -71,7 +71,7 @@ void clsKeywordBuilder::GetResult(const QString &text)
 {
     reportFailure(m_app, u"clsKeywordBuilder_GetResult: "_s, [&] {
         FormKeywordBuilder->showProgress(2);
-        readSuggestions(m_app, formOf(m_app, EngineName), text,
+        readSuggestions(m_app, rowOf(m_app, EngineName), text,
                         [this](const QString &keyword, const QString &count) {
                             FormKeywordBuilder->addSuggestion(keyword, count);
                         });

@@ -35,12 +35,12 @@ std::optional<QStringView> takeBetween(QStringView &text, QStringView begin, QSt
 }
 
 // The stretch of the page in which the suggestions stand; the whole page when it cannot be told.
-QStringView interesting(QStringView page, const SuggestionForm &form)
+QStringView interesting(QStringView page, const EngineRow &engine)
 {
-    const qsizetype first = findFrom(page, 0, form.SuggestStartString);
+    const qsizetype first = findFrom(page, 0, engine.SuggestStartString);
     if (first < 0)
         return page;
-    const qsizetype last = findFrom(page, first, form.SuggestEndString);
+    const qsizetype last = findFrom(page, first, engine.SuggestEndString);
     return last > first ? page.sliced(first, last - first) : page;
 }
 
@@ -59,47 +59,35 @@ QStringList suggestionEngines(const ProfileFile &engineData)
     return unbrokenList(engineData, u"KeywordBuilder"_s);
 }
 
-SuggestionForm suggestionForm(const ProfileFile &engineData, const QString &engine)
+QString suggestionAddress(const EngineRow &engine, const QString &keyword)
 {
-    const auto section = engineData.section(engine);
-    const auto read = [&](const QString &key) {
-        return section.exists() ? trimBlanks(section.read(key)).toString() : QString();
-    };
-    return {read(u"QuerySuggest1"_s),     read(u"QuerySuggest2"_s),       read(u"SuggestStartString"_s),
-            read(u"SuggestEndString"_s),  read(u"SuggestSectionStart"_s), read(u"SuggestSectionEnd"_s),
-            read(u"beginCountSection"_s), read(u"endCountSection"_s),     read(u"begineKeywordSection"_s),
-            read(u"endKeywordSection"_s)};
+    return engine.QuerySuggest1 + trimBlanks(keyword).toString().replace(u' ', u'+') + engine.QuerySuggest2;
 }
 
-QString suggestionAddress(const SuggestionForm &form, const QString &keyword)
-{
-    return form.QuerySuggest1 + trimBlanks(keyword).toString().replace(u' ', u'+') + form.QuerySuggest2;
-}
-
-void readSuggestions(ApplicationContext &app, const SuggestionForm &form, QStringView page,
+void readSuggestions(ApplicationContext &app, const EngineRow &engine, QStringView page,
                      const std::function<void(const QString &keyword, const QString &count)> &take)
 {
-    if (form.SuggestSectionStart.isEmpty())
+    if (engine.SuggestSectionStart.isEmpty())
         return; // nothing tells where a suggestion begins
-    QStringView rest = interesting(page, form);
+    QStringView rest = interesting(page, engine);
     QStringView section;
     for (;;) {
-        const qsizetype first = findFrom(rest, 0, form.SuggestSectionStart);
+        const qsizetype first = findFrom(rest, 0, engine.SuggestSectionStart);
         if (first < 0)
             return;
-        const qsizetype last = findFrom(rest, first, form.SuggestSectionEnd);
+        const qsizetype last = findFrom(rest, first, engine.SuggestSectionEnd);
         if (last < 0)
             return;
         const qsizetype left = section.size();
         const bool moves = last > first; // else what is left of the section before is read once more
         if (moves) {
             section = rest.sliced(first, last - first);
-            rest = rest.sliced(last + form.SuggestSectionEnd.size());
+            rest = rest.sliced(last + engine.SuggestSectionEnd.size());
         }
-        const auto count = takeBetween(section, form.beginCountSection, form.endCountSection);
+        const auto count = takeBetween(section, engine.beginCountSection, engine.endCountSection);
         if (!count || (!moves && section.size() == left))
             return;
-        const auto keyword = takeBetween(section, form.begineKeywordSection, form.endKeywordSection);
+        const auto keyword = takeBetween(section, engine.begineKeywordSection, engine.endKeywordSection);
         if (!keyword)
             return;
         take(plainText(app, *keyword), plainText(app, *count));

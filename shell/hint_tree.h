@@ -7,13 +7,14 @@ namespace sondrel {
 
 /// A list of plain rows that says something in its middle while it is empty. The Delete key is told to its
 /// owner.
-class HintTree final : public QTreeWidget
+class HintTree : public QTreeWidget
 {
     Q_OBJECT
 
 public:
     HintTree(const QString &name, const QStringList &columns, QWidget *parent = nullptr);
 
+    /// What the empty list says.
     void setHint(const QString &hint);
     /// Texts for a new row at the end.
     QTreeWidgetItem *addRow(const QStringList &texts);

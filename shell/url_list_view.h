@@ -1,21 +1,19 @@
 // Marovia Sondrel - positions of web sites in search engine results
 #pragma once
 
-#include <QTreeWidget>
+#include "shell/hint_tree.h"
+
+#include <vector>
 
 namespace sondrel {
 
-/// A list of URLs in one column, of which several rows can be selected. Delete and Space are told to its
-/// owner.
-class UrlListView final : public QTreeWidget
+/// A list of URLs in one column, of which several rows can be selected. Space is told to its owner too.
+class UrlListView final : public HintTree
 {
     Q_OBJECT
 
 public:
     explicit UrlListView(QWidget *parent = nullptr);
-
-    /// What an empty list says in its middle.
-    void setHint(const QString &hint);
 
     std::vector<bool> selectedRows() const;
     bool hasSelection() const { return !selectedItems().isEmpty(); }
@@ -23,15 +21,10 @@ public:
     void removeSelectedRows();
 
 Q_SIGNALS:
-    void deletePressed();
     void spacePressed();
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
-    void paintEvent(QPaintEvent *event) override;
-
-private:
-    QString m_hint;
 };
 
 } // namespace sondrel

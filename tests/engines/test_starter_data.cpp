@@ -264,11 +264,11 @@ TEST(StarterData, tellsHowToReadEachSuggestionService)
     const QStringList engines = suggestionEngines(file);
     EXPECT_EQ(engines.size(), 9);
     for (const QString &engine : engines) {
-        const SuggestionForm form = suggestionForm(file, engine);
+        const EngineRow row = readEngineRow(file, engine);
         SCOPED_TRACE(engine.toStdString());
-        EXPECT_TRUE(form.QuerySuggest1.startsWith(u"https://"_s));
-        for (const QString &text : {form.SuggestSectionStart, form.SuggestSectionEnd, form.beginCountSection,
-                                    form.endCountSection, form.begineKeywordSection, form.endKeywordSection})
+        EXPECT_TRUE(row.QuerySuggest1.startsWith(u"https://"_s));
+        for (const QString &text : {row.SuggestSectionStart, row.SuggestSectionEnd, row.beginCountSection,
+                                    row.endCountSection, row.begineKeywordSection, row.endKeywordSection})
             EXPECT_FALSE(text.isEmpty());
     }
 }
@@ -288,7 +288,7 @@ TEST_P(StarterSuggestions, areReadFromASavedAnswer)
     const QString path = u"tests/engines/pages/suggest/"_s + QString::fromLatin1(GetParam());
     const QJsonObject expected = QJsonDocument::fromJson(readSource(path + u".json"_s)).object();
     QJsonArray rows;
-    readSuggestions(world.app, suggestionForm(file, expected[u"engine"_s].toString()),
+    readSuggestions(world.app, readEngineRow(file, expected[u"engine"_s].toString()),
                     world.app.fromBytes(readSource(path)), [&](const QString &keyword, const QString &count) {
                         rows.append(QJsonObject{{u"keyword"_s, keyword}, {u"count"_s, count}});
                     });

@@ -95,7 +95,7 @@ TEST_F(KeywordBuilder, asksWithAPlusForEachBlank)
 
 TEST_F(KeywordBuilder, sendsTheKeywordOtherwiseAsTyped)
 {
-    SuggestionForm asked;
+    EngineRow asked;
     asked.QuerySuggest1 = u"http://x.example/?"_s;
     EXPECT_EQ(suggestionAddress(asked, u"tcp/ip & \"more\" 50%"_s),
               u"http://x.example/?tcp/ip+&+\"more\"+50%"_s);
