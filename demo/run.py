@@ -171,7 +171,8 @@ def show(rows, seconds, folder, places, shops):
     app = below_here(places.app)
     if seconds is not None:
         print(f"\nScreenshot {below_here(folder)}/screenshot.png", end="")
-    advice = f"\nAdvice     {app}/Optimizer/, on a page of one's own" if (places.app / "Optimizer").is_dir() else ""
+    advice = places.advice(own_page(folder, shops))
+    advice = f"\nAdvice     {below_here(advice)}, on a page of one's own" if advice.is_file() else ""
     print(f"""
 Positions  {app}/Projects/{project.NAME}/{project.ENGINE}.dat
 Project    {app}/Projects/{project.NAME}/{project.NAME}.dat and Keywords.dat

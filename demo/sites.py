@@ -58,7 +58,7 @@ def write(folder, generation=0, **arguments):
         home = [text for theme in site.themes
                 for text in _sentences(rng, theme, rng.choice(words.THEMES[theme][0]), 3)]
         links = [(_quoted(page.path), page.phrase) for page in site.pages]
-        _write_page(root / "index.html", "Welcome to " + site.shop, home, links)
+        _write_page(root / "index.html", "Welcome to " + site.shop, home, links, _meta_tags(site))
         for number, page in enumerate(site.pages):
             if _is_offline(site, page, generation):
                 continue
@@ -136,18 +136,26 @@ def _sentences(rng, theme, phrase, count):
     return result
 
 
+def _meta_tags(site):
+    """What a shop says of itself in the head of its home page."""
+    phrases = list(dict.fromkeys(page.phrase for page in site.pages))[:6]
+    return {"keywords": ", ".join(phrases), "description": f"{site.shop} sells {phrases[0]} and {phrases[-1]}."}
+
+
 def _quoted(path):
     return path.replace(" ", "%20")
 
 
-def _write_page(path, title, sentences, links):
+def _write_page(path, title, sentences, links, meta_tags=None):
     def text(plain):
         return html.escape(plain).encode("ascii", "xmlcharrefreplace").decode()
 
     paragraphs = [sentences[start:start + 4] for start in range(0, len(sentences), 4)]
     lines = ["<!DOCTYPE html>", '<html lang="en">', "<head>",
              '<meta http-equiv="Content-Type" content="text/html; charset=iso-8859-1">',
-             f"<title>{text(title)}</title>", "</head>", "<body>", f"<h1>{text(title) or 'Welcome'}</h1>"]
+             f"<title>{text(title)}</title>"]
+    lines += [f'<meta name="{name}" content="{text(content)}">' for name, content in (meta_tags or {}).items()]
+    lines += ["</head>", "<body>", f"<h1>{text(title) or 'Welcome'}</h1>"]
     lines += [f"<p>{text(' '.join(paragraph))}</p>" for paragraph in paragraphs]
     lines += ["<ul>"] + [f'<li><a href="{address}">{text(name)}</a></li>' for address, name in links]
     lines += ["</ul>", "</body>", "</html>", ""]

@@ -106,10 +106,12 @@ class Demo(unittest.TestCase):
 
     def test_writes_the_advice_on_a_page(self):
         output = self.run_demo()
-        folder = Path(re.search("Advice +(.+), on", output).group(1))
-        advice = (folder / "index.html.html").read_text(encoding="cp1252")
+        advice = Path(re.search("Advice +(.+), on", output).group(1)).read_text(encoding="cp1252")
         self.assertTrue(advice.startswith("<html><head>"))
         self.assertIn("Web Site Optimizer Report", advice)
+        keywords = re.search('CONTENT=&quot;</font><font [^>]*>(.+?)</font>', advice).group(1)
+        rows = re.findall('<tr bgcolor=#FFFFFF><td><font [^>]*>(.+?)</font></td><td align=center>', advice)
+        self.assertEqual(rows, 2 * keywords.split(","))
 
     @unittest.skipUnless(Path(os.environ["SONDREL_PROGRAM"]).with_name("sondrel-calc.so").exists(),
                          "built without the spreadsheet plug-in")
