@@ -151,6 +151,7 @@ void frmOptimizer::act(OptimizerPress press, const QString &text)
     const auto tell = [this](const QString &message) {
         app().desktop.showMessage({u"Optimizer"_s, message, MessageIcon::Information});
     };
+    m_status->clearMessage(); // it spoke of the run before
     if (press == OptimizerPress::Fetch)
         remember(text);
     showForm(afterPress(m_form, press));
@@ -158,7 +159,6 @@ void frmOptimizer::act(OptimizerPress press, const QString &text)
     case OptimizerPress::Cancel:
         if (m_http)
             m_http->Disconnect();
-        m_status->clearMessage();
         break;
     case OptimizerPress::AskForAddress:
         tell(

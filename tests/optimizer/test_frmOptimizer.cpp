@@ -169,6 +169,16 @@ TEST_F(OptimizerDialog, refusesWhatIsNoFile)
     }
 }
 
+TEST_F(OptimizerDialog, speaksOfARunNoMoreBehindTheNextPress)
+{
+    world.write(u"page.html"_s, "<p>");
+    open();
+    start(world.path(u"page.html"_s));
+    EXPECT_EQ(status(), u"Done"_s);
+    start(world.path(u"none.html"_s));
+    EXPECT_EQ(status(), QString());
+}
+
 TEST_F(OptimizerDialog, staysBusyBehindAnEmptyFile)
 {
     world.write(u"empty.html"_s, "");
