@@ -174,6 +174,12 @@ void frmEngineBuilder::SaveFile()
     m_status->clear();
 }
 
+QSize frmEngineBuilder::sizeHint() const
+{
+    constexpr int Letters = 150; // of which the strings get as many as they mostly have
+    return ProgramDialog::sizeHint().expandedTo({fontMetrics().averageCharWidth() * Letters, 0});
+}
+
 void frmEngineBuilder::done(int result)
 {
     SaveFile();
@@ -196,6 +202,7 @@ void frmEngineBuilder::getSource()
     m_engineURL->setText(address.EngineURL);
     m_engineKey->setText(address.EngineKey);
     m_query->setText(address.QueryKeyword1);
+    m_query->setCursorPosition(0);
     choose(*m_method, u"Get"_s);
     m_sourceUrl = url;
     m_http = std::make_unique<frmRanking>(app());

@@ -39,6 +39,7 @@ public:
     void SaveFile();
 
     void done(int result) override;
+    QSize sizeHint() const override;
 
 protected:
     void load() override;

@@ -86,22 +86,29 @@ QWidget *frmEngineBuilder::buildToolBar()
     auto *bar = new QToolBar(tr("Engine Builder"));
     bar->setObjectName(u"tlbEngines"_s);
     bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    // The keys are said in the tip, as a tool button shows no access key.
     const auto add = [&](const QString &name, const QString &icon, const QString &text, const QString &tip,
-                         auto &&act) {
+                         const QKeySequence &keys, auto &&act) {
         QAction *action = bar->addAction(programIcon(icon), text);
         action->setObjectName(name);
-        action->setToolTip(tip);
+        action->setShortcut(keys);
+        action->setToolTip(keys.isEmpty() ? tip
+                                          : u"%1 (%2)"_s.arg(tip, keys.toString(QKeySequence::NativeText)));
         connect(action, &QAction::triggered, this, act);
         return action;
     };
-    add(u"New"_s, u"project-new"_s, tr("&New"), tr("Define a further engine"), [this] { AddNew(); });
+    const auto ctrl = [](Qt::Key key) { return QKeySequence(Qt::ControlModifier | key); };
+    add(u"New"_s, u"project-new"_s, tr("&New"), tr("Define a further engine"), ctrl(Qt::Key_N),
+        [this] { AddNew(); });
     m_save = add(u"Save"_s, u"save"_s, tr("&Save"), tr("Keep what is entered; closing writes the file"),
-                 [this] { saveSelected(); });
-    m_delete = add(u"Delete"_s, u"project-delete"_s, tr("&Delete"), tr("Delete the selected engine"),
+                 ctrl(Qt::Key_S), [this] { saveSelected(); });
+    // Not the Delete key, which is the list's own: it is needed in the fields.
+    m_delete = add(u"Delete"_s, u"project-delete"_s, tr("&Delete"), tr("Delete the selected engine"), {},
                    [this] { DeleteEngine(); });
     bar->addSeparator();
-    add(u"Help"_s, u"help"_s, tr("&Help"), tr("Open the tutorial"), [this] { openHelp(); });
-    add(u"Exit"_s, u"exit"_s, tr("E&xit"), tr("Write the file and close"), [this] { accept(); });
+    add(u"Help"_s, u"help"_s, tr("&Help"), tr("Open the tutorial"), Qt::Key_F1, [this] { openHelp(); });
+    add(u"Exit"_s, u"exit"_s, tr("E&xit"), tr("Write the file and close"), ctrl(Qt::Key_Q),
+        [this] { accept(); });
     return bar;
 }
 
@@ -109,7 +116,7 @@ QLineEdit *frmEngineBuilder::addText(QGridLayout &grid, int row, int column, con
                                      const QString &name, QString clsEngineData::*field)
 {
     QLineEdit *text = newLineEdit(name);
-    text->setMinimumWidth(fontMetrics().averageCharWidth() * 28);
+    text->setMinimumWidth(fontMetrics().averageCharWidth() * 18);
     addHalf(grid, row, column, caption, text);
     m_texts.insert(text, field);
     return text;
@@ -198,8 +205,9 @@ QWidget *frmEngineBuilder::buildTrial()
     m_trialText->setTextFormat(Qt::PlainText);
     m_trialText->setWordWrap(true);
     m_trialText->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_trialText->setMinimumHeight(fontMetrics().lineSpacing() * 4);
     m_trialText->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    QScrollArea *text = newPage(m_trialText); // addresses can be long
+    text->setFixedHeight(fontMetrics().lineSpacing() * 5);
     m_trial = new HintTree(u"lvwTry"_s, {tr("#"), tr("Title"), tr("URL")});
     m_trial->setHint(tr("Here stands what a lookup would find in the page."));
     m_trial->setAccessibleName(tr("Listings found"));
@@ -212,7 +220,7 @@ QWidget *frmEngineBuilder::buildTrial()
     buttons->addWidget(m_tryFile);
     buttons->addStretch();
     auto *top = new QHBoxLayout;
-    top->addWidget(m_trialText, 1);
+    top->addWidget(text, 1);
     top->addLayout(buttons);
     layout->addLayout(top);
     layout->addWidget(m_trial, 1);

@@ -16,14 +16,23 @@ namespace sondrel {
 
 namespace {
 
+// What is wrong with a string that is to mark the list of results; nothing when it does.
+QString markProblem(const QString &name, const QString &mark, bool found)
+{
+    if (mark.isEmpty())
+        return u"The %1 is empty."_s.arg(name);
+    return found ? QString() : u"The %1 is not in the page."_s.arg(name);
+}
+
 // What a person needs to know in front of the listings; the first problem is the one to solve first.
-QString trialText(const EngineTrial &trial)
+QString trialText(const EngineRow &engine, const EngineTrial &trial)
 {
     QStringList parts;
-    if (!trial.hasResultStart)
-        parts.append(u"The Results Start String is not in the page."_s);
-    else if (!trial.hasResultEnd)
-        parts.append(u"The Results End String is not in the page."_s);
+    QString problem = markProblem(u"Results Start String"_s, engine.ResultStartString, trial.hasResultStart);
+    if (problem.isEmpty())
+        problem = markProblem(u"Results End String"_s, engine.ResultEndString, trial.hasResultEnd);
+    if (!problem.isEmpty())
+        parts.append(problem);
     const auto count = trial.listings.size();
     parts.append(count == 0   ? u"No listing found."_s
                  : count == 1 ? u"1 listing found."_s
@@ -83,8 +92,9 @@ void frmEngineBuilder::tryOut()
         }
         const WaitCursor wait(app().desktop);
         const FetchedPage page{m_page, PageText(app().fromBytes(m_page))};
-        const EngineTrial trial = tryEngine(app(), m_builder.asCatalogued(entered()), page, m_pageUrl);
-        m_trialText->setText(m_pageName + u'\n' + shownText(app(), trialText(trial)));
+        const EngineRow engine = m_builder.asCatalogued(entered());
+        const EngineTrial trial = tryEngine(app(), engine, page, m_pageUrl);
+        m_trialText->setText(m_pageName + u'\n' + shownText(app(), trialText(engine, trial)));
         for (const TrialListing &listing : trial.listings) {
             const QString number = listing.position == 0 ? QString() : QString::number(listing.position);
             m_trial->addRow({number, shownText(app(), listing.title), shownText(app(), listing.url)})

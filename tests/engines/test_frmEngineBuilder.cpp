@@ -282,6 +282,24 @@ TEST_F(EngineBuilderDialog, isClosedByExitAndByEscape)
     EXPECT_FALSE(next.isVisible());
 }
 
+TEST_F(EngineBuilderDialog, isWorkedByKeysAlone)
+{
+    open();
+    dialog.activateWindow(); // shortcuts ask for it
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    world.desktop.texts = {u"Mine"_s};
+    QTest::keyClick(&dialog, Qt::Key_N, Qt::ControlModifier);
+    EXPECT_EQ(names(), u"Mine"_s);
+    QTest::keyClick(&dialog, Qt::Key_F1);
+    EXPECT_EQ(world.desktop.opened.size(), 1U);
+    type(dialog, u"txtEngineKey"_s, u"mine"_s);
+    QTest::keyClick(&dialog, Qt::Key_S, Qt::ControlModifier);
+    QTest::keyClick(&list(), Qt::Key_Delete);
+    EXPECT_EQ(names(), QString());
+    QTest::keyClick(&dialog, Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_FALSE(dialog.isVisible());
+}
+
 TEST_F(EngineBuilderDialog, addsAnEngineUnderTheMarketOnScreen)
 {
     open();
@@ -499,6 +517,22 @@ TEST_F(EngineBuilderDialog, triesItsStringsOnASavedPage)
     EXPECT_TRUE(trialText().endsWith(u"Next page: http://first.example/find?q=tea&p=2"_s));
     click(dialog, u"cmdTryFile"_s); // given up
     EXPECT_EQ(trial().topLevelItemCount(), 2);
+}
+
+TEST_F(EngineBuilderDialog, tellsWhichStringOfTheListIsMissing)
+{
+    open(TwoEngines);
+    world.write(u"saved.html"_s, ResultPage);
+    world.desktop.files = {world.path(u"saved.html"_s)};
+    type(dialog, u"txtResultEndString"_s, {});
+    click(dialog, u"cmdTryFile"_s);
+    EXPECT_TRUE(trialText().startsWith(u"saved.html\nThe Results End String is empty.\n"_s));
+    type(dialog, u"txtResultEndString"_s, u"</dl>"_s);
+    click(dialog, u"cmdTry"_s);
+    EXPECT_TRUE(trialText().startsWith(u"saved.html\nThe Results End String is not in the page.\n"_s));
+    type(dialog, u"txtResultStartString"_s, {});
+    click(dialog, u"cmdTry"_s);
+    EXPECT_TRUE(trialText().startsWith(u"saved.html\nThe Results Start String is empty.\n"_s));
 }
 
 TEST_F(EngineBuilderDialog, tellsOfASavedPageThatIsGone)
