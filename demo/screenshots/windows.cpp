@@ -1,13 +1,9 @@
 #include "demo/screenshots/windows.h"
 
 #include "engines/clsEngine.h"
-#include "engines/frmEngineBuilder.h"
-#include "engines/frmUpdateEngines.h"
 #include "keywords/frmAddkeywords.h"
-#include "keywords/frmKeywordBuilder.h"
 #include "optimizer/frmOptimizer.h"
 #include "project/clsAccount.h"
-#include "project/clsKeywords.h"
 #include "shell/frmAbout.h"
 #include "shell/frmAccount.h"
 #include "shell/frmFileController.h"
@@ -101,17 +97,6 @@ void takeProjectDialogs(ApplicationContext &app, const Take &take)
         dialog.Prepare();
         takeTabs(take, u"add-keywords"_s, dialog);
     }
-    {
-        clsKeywords keywords(app);
-        keywords.AccountName = account->Name;
-        keywords.LoadKeywords();
-        frmKeywordBuilder dialog(app);
-        dialog.keywordsObject = &keywords;
-        dialog.Prepare();
-        takeTabs(take, u"keyword-builder"_s, dialog);
-    }
-    takeOne<frmEngineBuilder>(app, take, u"engine-builder"_s);
-    takeOne<frmUpdateEngines>(app, take, u"engine-update"_s);
     takeOne<frmOptimizer>(app, take, u"optimizer"_s);
     app.EngineCatalogue = nullptr;
 }
@@ -133,6 +118,7 @@ void showWindows(ApplicationContext &app, const Take &take)
     takeMainWindow(app, take);
     takeEmptyWindow(app, take);
     takeProjectDialogs(app, take);
+    showEngineWindows(take);
     takeOne<frmPreference>(app, take, u"configuration"_s);
     takeOne<frmAbout>(app, take, u"about"_s);
     takeProgress(app, take);

@@ -6,8 +6,8 @@
 #include "tests/doors/memory_settings.h"
 #include "tests/doors/recording_desktop.h"
 #include "tests/doors/recording_smtp.h"
+#include "tests/doors/scripted_http.h"
 #include "tests/support/printing.h"
-#include "tests/support/scripted_http.h"
 
 #include <QTemporaryDir>
 
