@@ -36,9 +36,12 @@ void write(ApplicationContext &app, OptimizerRun &run, OptimizerView &view)
     view.showStatus(u"Please wait while optimizing your web page ..."_s);
     const PageAnalysis page = analysePage(app, run.siteURL, run.pageText, reach);
     run.document = OptimizerReport(page, occasion).text(reach);
-    run.file = reportFile(app, run.siteURL);
+    const QString folder = app.appFile({folderName()});
+    app.files.makeFolder(folder);
+    const QString name = reportName(app, run.siteURL);
+    run.file = folder + u'\\' + name; // to be told even where it cannot be
     reach(14);
-    app.files.writeAll(run.file, app.toBytes(run.document));
+    app.files.writeAll(app.appFile({folderName(), name}), app.toBytes(run.document));
     reach(15);
     app.desktop.beep();
     ShellOpenDocument(app, app.files.find(run.file).value_or(run.file), ShowMode::Maximised);
@@ -56,17 +59,14 @@ OptimizerIdentity OptimizerIdentity::current(ApplicationContext &app)
     return identity;
 }
 
-QString reportFile(ApplicationContext &app, const QString &siteURL)
+QString reportName(ApplicationContext &app, const QString &siteURL)
 {
-    app.files.makeFolder(app.appFile({folderName()}));
-    QString name = u"opimtizer.html"_s; // spelt so ever since
     try {
-        name = reportFileName(app, siteURL);
+        return reportFileName(app, siteURL);
     } catch (const std::bad_alloc &) {
-        // The report is there, so it gets the name that needs no making.
-        return app.appFile({folderName(), name});
+        // The report is there, so it gets a name that needs no making.
+        return u"opimtizer.html"_s; // spelt so ever since
     }
-    return app.appFile({folderName(), name});
 }
 
 OptimizerOutcome processPage(ApplicationContext &app, OptimizerRun &run, OptimizerView &view)

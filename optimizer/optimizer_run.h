@@ -42,11 +42,11 @@ struct OptimizerRun
     std::optional<OptimizerIdentity> identity;
 
     QString document;
-    QString file; // as composed; empty until it is known
+    QString file; // where the report is to be; empty until that is known
 };
 
-/// The file of a page's report; makes its folder. Throws Failure when its name is no possible file name.
-QString reportFile(ApplicationContext &app, const QString &siteURL);
+/// What the file of a page's report is called, whether or not a file can be called so.
+QString reportName(ApplicationContext &app, const QString &siteURL);
 
 /// Judges the page, writes the report and opens it. What goes wrong is said by a message box.
 OptimizerOutcome processPage(ApplicationContext &app, OptimizerRun &run, OptimizerView &view);

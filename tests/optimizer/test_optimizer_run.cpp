@@ -98,9 +98,14 @@ TEST_F(Run, endsWhenACountOverflows)
 
 TEST_F(Run, endsWhenTheReportsNameCannotBe)
 {
-    for (const QString &site : {u"http://a\\b.example/"_s, u"http://site.example/"_s + QString(300, u'n')}) {
+    const QString longName(300, u'n');
+    for (const auto &[site, name] :
+         {std::pair(u"http://a\\b.example/"_s, u"a\\b.example_.html"_s),
+          std::pair(u"http://site.example/"_s + longName, u"site.example_"_s + longName + u".html"_s)}) {
         EXPECT_EQ(process(site, u"<p>"_s), OptimizerOutcome::Failed);
-        EXPECT_TRUE(world.takeLog().startsWith(u"Module: Optimizer\r\n"_s));
+        const QString log = world.takeLog();
+        EXPECT_TRUE(log.startsWith(u"Module: Optimizer\r\n"_s));
+        EXPECT_TRUE(log.endsWith(u"\r\nFile: "_s + world.app.AppPath + u"\\Optimizer\\"_s + name));
     }
     EXPECT_TRUE(QDir(world.path(u"Optimizer"_s)).isEmpty());
     EXPECT_TRUE(world.desktop.opened.empty());
