@@ -35,7 +35,7 @@ QString logPath(ApplicationContext &app)
 
 QByteArray newMessageID(const QString &from)
 {
-    const std::vector<MailAddress> senders = parseAddresses(firstLine(from));
+    const std::vector<MailAddress> senders = parseAddresses(readableSender(firstLine(from)));
     QByteArray host("localhost");
     if (!senders.empty() && senders.front().mailbox.contains(u'@')) {
         const QByteArray text = senders.front().mailbox.section(u'@', -1).toLatin1();
@@ -243,8 +243,8 @@ void clsSendMail::composeBody()
 void clsSendMail::composeHeaders()
 {
     if (RequestRead)
-        m_message.DispositionNotificationTo = From;
-    m_message.From = From;
+        m_message.DispositionNotificationTo = readableSender(firstLine(From));
+    m_message.From = readableSender(firstLine(From));
     m_message.ReplyTo = ReplyTo;
     m_message.To = m_recipient;
     m_message.Cc = CC;
@@ -289,7 +289,7 @@ void clsSendMail::composeAttachments()
 std::shared_ptr<OutgoingMessage> clsSendMail::outgoing() const
 {
     auto message = std::make_shared<OutgoingMessage>();
-    const std::vector<MailAddress> senders = parseAddresses(firstLine(From));
+    const std::vector<MailAddress> senders = parseAddresses(readableSender(firstLine(From)));
     if (!senders.empty())
         message->sender = wireMailbox(senders.front().mailbox);
     for (const QString &value : {m_recipient, CC}) {

@@ -80,6 +80,40 @@ private:
     bool m_hasAngle = false;
 };
 
+// Whether a name can stand in front of its mailbox: its quotes and comments close, and no character outside
+// them has a meaning of its own.
+bool isPhrase(QStringView name)
+{
+    constexpr QStringView Special = u",;:<>[]\\@)";
+    bool quoted = false;
+    int comments = 0;
+    for (qsizetype i = 0; i < name.size(); ++i) {
+        const QChar character = name[i];
+        if (character == u'\\' && (quoted || comments > 0))
+            ++i;
+        else if (character == u'"' && comments == 0)
+            quoted = !quoted;
+        else if (quoted)
+            continue;
+        else if (character == u'(')
+            ++comments;
+        else if (character == u')' && comments > 0)
+            --comments;
+        else if (comments == 0 && Special.contains(character))
+            return false;
+    }
+    return !quoted && comments == 0;
+}
+
+QString quoted(QStringView name)
+{
+    if (name.size() > 1 && name.startsWith(u'"') && name.endsWith(u'"'))
+        name = name.sliced(1, name.size() - 2);
+    QString text = name.toString();
+    text.replace(u'\\', "\\\\"_L1).replace(u'"', "\\\""_L1);
+    return u'"' + text + u'"';
+}
+
 QString withAsciiHost(const QString &mailbox)
 {
     const qsizetype at = mailbox.lastIndexOf(u'@');
@@ -105,6 +139,18 @@ std::vector<MailAddress> parseAddresses(const QString &value)
     if (!reader.isEmpty())
         addresses.push_back(reader.address());
     return addresses;
+}
+
+QString readableSender(const QString &value)
+{
+    const QString sender = value.trimmed();
+    const qsizetype angle = sender.lastIndexOf(u'<');
+    if (angle < 0 || !sender.endsWith(u'>'))
+        return value;
+    const QStringView name = QStringView(sender).first(angle).trimmed();
+    if (isPhrase(name) || name.contains(u'@')) // with another address it is a list
+        return value;
+    return quoted(name) + u' ' + sender.sliced(angle);
 }
 
 QByteArray wireMailbox(const QString &mailbox)

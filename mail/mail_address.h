@@ -20,6 +20,10 @@ struct MailAddress
 /// The addresses of a value such as "Ann" <ann@site.example>, bob@site.example (Bob).
 std::vector<MailAddress> parseAddresses(const QString &value);
 
+/// A sender such as Ann<ann@site.example>, its name in quotes where it cannot stand without them: people put
+/// commas and quotes into their names. Everything else stays as it is.
+QString readableSender(const QString &value);
+
 /// The mailbox as it goes on the wire, its host in ASCII. Throws Failure when it cannot go there.
 QByteArray wireMailbox(const QString &mailbox);
 

@@ -126,6 +126,13 @@ QByteArray listed(const std::vector<MailAddress> &addresses)
     return list;
 }
 
+// People part addresses by semicolons too, which no reader takes. One inside quotes or a comment parts
+// nothing.
+bool isPartedBySemicolons(QStringView line)
+{
+    return line.contains(u';') && !line.contains(u'"') && !line.contains(u'(');
+}
+
 void checkLength(QByteArrayView header)
 {
     qsizetype length = 0;
@@ -156,7 +163,7 @@ QByteArray addressHeader(const QByteArray &name, const QString &value)
 {
     const QString line = firstLine(value);
     QByteArray header;
-    if (isPlain(line) && canBeFolded(line))
+    if (isPlain(line) && canBeFolded(line) && !isPartedBySemicolons(line))
         header = folded(name, line.toLatin1());
     else
         header = name + ": " + listed(parseAddresses(line)) + "\r\n";

@@ -270,6 +270,14 @@ TEST_F(SendMail, letsNoLineEndIntoTheWire)
     EXPECT_THAT(conversation().recipients, ElementsAre("client@site.example", "boss@site.example"));
 }
 
+TEST_F(SendMail, quotesASenderWhoseNameNeedsIt)
+{
+    mail().From = u"Smith, Ann<ann@sender.example>"_s;
+    send();
+    EXPECT_THAT(sent().toStdString(), testing::StartsWith("From: \"Smith, Ann\" <ann@sender.example>\r\n"));
+    EXPECT_EQ(conversation().sender, "ann@sender.example");
+}
+
 TEST_F(SendMail, logsInWhenToldTo)
 {
     mail().Authentication = true;

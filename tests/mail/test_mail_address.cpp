@@ -40,6 +40,42 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"Open", u"Ann <a@b.example"_s, {{u"Ann"_s, u"a@b.example"_s}}}),
     [](const auto &row) { return row.param.name; });
 
+struct SenderRow
+{
+    const char *name;
+    QString value;
+    QString readable;
+};
+
+class Senders : public testing::TestWithParam<SenderRow>
+{
+};
+
+TEST_P(Senders, areReadable)
+{
+    EXPECT_EQ(readableSender(GetParam().value), GetParam().readable);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Values, Senders,
+    testing::Values(
+        SenderRow{"Empty", u""_s, u""_s}, SenderRow{"Bare", u"a@b.example"_s, u"a@b.example"_s},
+        SenderRow{"Named", u"Ann B. <a@b.example>"_s, u"Ann B. <a@b.example>"_s},
+        SenderRow{"WithoutABlank", u"J\u00F6rg<a@b.example>"_s, u"J\u00F6rg<a@b.example>"_s},
+        SenderRow{"Quoted", u"\"Smith, \\\"Ann\\\"\" <a@b.example>"_s,
+                  u"\"Smith, \\\"Ann\\\"\" <a@b.example>"_s},
+        SenderRow{"Comment", u"Ann (Sales, UK) <a@b.example>"_s, u"Ann (Sales, UK) <a@b.example>"_s},
+        SenderRow{"Comma", u"Smith, Ann<a@b.example>"_s, u"\"Smith, Ann\" <a@b.example>"_s},
+        SenderRow{"Semicolon", u" Shop; Co <a@b.example> "_s, u"\"Shop; Co\" <a@b.example>"_s},
+        SenderRow{"Backslash", u"A\\B<a@b.example>"_s, u"\"A\\\\B\" <a@b.example>"_s},
+        SenderRow{"QuoteInQuotes", u"\"An\"n\" <a@b.example>"_s, u"\"An\\\"n\" <a@b.example>"_s},
+        SenderRow{"OpenQuote", u"24\" screens<a@b.example>"_s, u"\"24\\\" screens\" <a@b.example>"_s},
+        SenderRow{"OpenComment", u"Ann :( <a@b.example>"_s, u"\"Ann :(\" <a@b.example>"_s},
+        SenderRow{"Angle", u"a < b<a@b.example>"_s, u"\"a < b\" <a@b.example>"_s},
+        SenderRow{"List", u"a@b.example, Bob <c@d.example>"_s, u"a@b.example, Bob <c@d.example>"_s},
+        SenderRow{"Open", u"Smith, Ann <a@b.example"_s, u"Smith, Ann <a@b.example"_s}),
+    [](const auto &row) { return row.param.name; });
+
 TEST(WireMailbox, turnsTheHostIntoAscii)
 {
     EXPECT_EQ(wireMailbox(u"ann@b\u00FCro.example"_s), "ann@xn--bro-hoa.example");

@@ -75,6 +75,12 @@ TEST(AddressHeader, keepsWhatTheCallerWrote)
     EXPECT_EQ(addressHeader("From", u"\"Ann B\" <a@b.example>"_s), "From: \"Ann B\" <a@b.example>\r\n");
 }
 
+TEST(AddressHeader, partsAddressesByCommas)
+{
+    EXPECT_EQ(addressHeader("To", u"a@b.example;c@d.example"_s), "To: a@b.example,\r\n c@d.example\r\n");
+    EXPECT_EQ(addressHeader("To", u"\"A; B\" <a@b.example>"_s), "To: \"A; B\" <a@b.example>\r\n");
+}
+
 TEST(AddressHeader, endsAtALineEnd)
 {
     EXPECT_EQ(addressHeader("To", u"a@b.example\r\nBcc: x@y.example"_s), "To: a@b.example\r\n");
