@@ -68,6 +68,17 @@ std::optional<QByteArray> readReport(ApplicationContext &app, const QString &pro
     return native ? std::optional(app.files.readAll(*native)) : std::nullopt;
 }
 
+ReportNames::ReportNames(ApplicationContext &app, const QString &project)
+    : m_folder(app.files.find(reportFolder(app, project)).value_or(QString())),
+      m_changed(folderTime(m_folder))
+{
+}
+
+bool ReportNames::has(const QString &name)
+{
+    return m_index.spelling(m_folder, m_changed, name).has_value();
+}
+
 void writeReport(ApplicationContext &app, const QString &project, const QString &name, QByteArrayView bytes)
 {
     app.files.writeAll(reportFile(app, project, name), bytes);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/application_context.h"
+#include "core/folder_index.h"
 
 #include <optional>
 
@@ -20,6 +21,20 @@ QString reportFile(ApplicationContext &app, const QString &project, const QStrin
 /// The path of the file if it is there. A link by which browsers find another report's file does not count.
 std::optional<QString> existingReport(ApplicationContext &app, const QString &project, const QString &name);
 std::optional<QByteArray> readReport(ApplicationContext &app, const QString &project, const QString &name);
+
+/// The names in the folder as they are now, to be asked for by the ten thousand.
+class ReportNames
+{
+public:
+    ReportNames(ApplicationContext &app, const QString &project);
+    /// True when something in the folder has that name, in any case.
+    bool has(const QString &name);
+
+private:
+    QString m_folder; // in the system's spelling
+    qint64 m_changed = -1;
+    FolderIndex m_index;
+};
 
 /// Replaces the file in an existing folder.
 void writeReport(ApplicationContext &app, const QString &project, const QString &name, QByteArrayView bytes);

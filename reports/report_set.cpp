@@ -161,12 +161,14 @@ void ReportSet::CreateKeywordSummaryReport(const clsAccount &account)
 // Adds the stored pages that bear the keywords' own names, neither escaped nor without the mark of a further
 // hit.
 void ReportSet::addStoredPages(QByteArray &bytes, const QString &project, const QString &engine,
-                               const Collection<clsKeyword> &keywords) const
+                               const Collection<clsKeyword> &keywords, ReportNames &names) const
 {
     qsizetype position = 0;
     for (const clsKeyword &row : keywords) {
         m_status.setProgress(++position, keywords.Count());
         const QString name = engine + u'_' + QString(row.Keyword).replace(u' ', u'_') + ".html"_L1;
+        if (!names.has(name))
+            continue;
         if (const auto page = readReport(m_app, project, name))
             bytes += *page;
     }
@@ -180,10 +182,12 @@ void ReportSet::CreateRankingDetailsReport(const clsAccount &account, const Coll
         const QByteArray foot = m_app.toBytes(reportFoot(ReportPage::RankingDetails, Reporter, date()));
         makeReportFolder(m_app, account.Name);
         const Collection<QString> &engines = enginesOf(account);
+        // As they are before the first page is written: what follows adds none of a keyword.
+        ReportNames names(m_app, account.Name);
         for (const QString &engine : engines) {
             const QString name = detailsFileName(engine);
             QByteArray page = head;
-            addStoredPages(page, account.Name, engine, keywords);
+            addStoredPages(page, account.Name, engine, keywords, names);
             page += foot;
             writePage(m_app, account.Name, name, page);
             if (const QString part = linkedPart(engine); isOnlyLinkTo(part, engines))

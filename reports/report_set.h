@@ -6,6 +6,7 @@
 #include "project/clsKeyword.h"
 #include "reports/clsReporter.h"
 #include "reports/engine_summary.h"
+#include "reports/report_files.h"
 #include "reports/report_pages.h"
 #include "reports/report_status.h"
 
@@ -49,7 +50,7 @@ private:
     QString date() const;
     QByteArray keywordPage(ReportPage page, const clsAccount &account) const;
     void addStoredPages(QByteArray &bytes, const QString &project, const QString &engine,
-                        const Collection<clsKeyword> &keywords) const;
+                        const Collection<clsKeyword> &keywords, ReportNames &names) const;
 
     ApplicationContext &m_app;
     ReportStatus m_status;

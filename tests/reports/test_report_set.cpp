@@ -48,21 +48,6 @@ protected:
     ReportSet set;
 };
 
-// A desktop that has lost its pointer.
-class BrokenDesktop final : public Desktop
-{
-public:
-    MessageAnswer showMessage(const MessageBox &) override { return MessageAnswer::Ok; }
-    QString askText(const TextQuestion &) override { return {}; }
-    QString pickFile(FileQuestion &) override { return {}; }
-    void beginWait() override { throw Failure(u"No pointer"_s); }
-    void endWait() override {}
-    void resetPointer() override {}
-    void beep() override {}
-    bool open(const QString &, ShowMode) override { return false; }
-    void runPendingEvents() override {}
-};
-
 const QString Head = u"<html><head><title>Marovia Sondrel Report</title></head><body bgcolor = #FFFFFF>"_s;
 
 } // namespace
@@ -222,6 +207,16 @@ TEST_F(ReportPages, takeAKeywordsPageByItsOtherSpelling)
     EXPECT_TRUE(report(u"FinderDetails.html"_s).contains(u"TEA"_s));
 }
 
+TEST_F(ReportPages, takeAKeywordsPageInAnyCaseButItsOwnFirst)
+{
+    writeReportFile(u"FINDER_Tea.html"_s, "OTHER");
+    writePages({row(u"tea"_s)});
+    EXPECT_TRUE(report(u"FinderDetails.html"_s).contains(u"</table><p>\r\nOTHER<hr>"_s));
+    writeReportFile(u"Finder_tea.html"_s, "OWN");
+    writePages({row(u"tea"_s)});
+    EXPECT_TRUE(report(u"FinderDetails.html"_s).contains(u"</table><p>\r\nOWN<hr>"_s));
+}
+
 TEST_F(ReportPages, haveNoImageWithoutALogo)
 {
     writePages();
@@ -312,10 +307,9 @@ TEST_F(ReportPages, logEveryPageThatCannotBeWritten)
 
 TEST_F(ReportPages, logASummaryThatCannotBegin)
 {
-    BrokenDesktop broken;
-    ApplicationContext other(app.AppPath, QString(), Doors{clock, broken, settings, http}, app.locale);
-    ReportSet(other).CreateEngineSummaryReport(account);
-    EXPECT_EQ(takeLog(), u"frmMain_CreateEngineSummaryReport error: No pointer"_s);
+    desktop.pointerFails = true;
+    set.CreateEngineSummaryReport(account);
+    EXPECT_EQ(takeLog(), u"frmMain_CreateEngineSummaryReport error: There is no pointer"_s);
 }
 
 TEST_F(ReportPages, endWithTheEngineThatHasNoFileName)
