@@ -54,26 +54,26 @@ class Installed(program.Driven):
     """The installed program, started by the user on the display."""
 
     def __init__(self, root, places, screen):
-        self._places = places
-        self._screen = screen
-        self._output = root.path.parent / "output.log"
-        with open(self._output, "ab") as log:
-            self._process = subprocess.Popen(
-                root.command(NAME, user=USER, DISPLAY=screen.name, QT_QPA_PLATFORM="xcb"),
-                stdin=subprocess.DEVNULL, stdout=log, stderr=log, start_new_session=True)
+        super().__init__(NAME, places, screen)
+        self._root = root
+
+    def __enter__(self):
+        command = self._root.command(NAME, user=USER, DISPLAY=self._screen.name, QT_QPA_PLATFORM="xcb")
+        with open(self._root.path.parent / "output.log", "ab") as log, display.interrupts_held():
+            self._process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=log, stderr=log,
+                                             start_new_session=True)
+        return self
 
     def see(self, title):
         """Waits for a window and gives it the keyboard."""
-        window = self._wait(f"the window {title}", lambda: self._screen.find(title))
-        self._screen.focus(window)
+        self._focus(f"the window {title}", title)
         self._screen.wait_until_still()
-        return window
 
     def leave(self, title):
         """Closes the window with Escape."""
-        window = self.see(title)
+        self.see(title)
         self._screen.keys("Escape")
-        self._wait(f"the end of the window {title}", lambda: self._screen.find(title) != window)
+        self._wait(f"the end of the window {title}", lambda: not self._screen.find(title))
 
     def help(self):
         """F1; returns what the desktop was to open."""
