@@ -42,10 +42,11 @@ class Display:
         self._server = None
         try:
             with open(self._folder / "xvfb.log", "wb") as log, interrupts_held():
-                # A session of its own: Ctrl+C is for the one who started it, and he ends it.
+                # A session of its own: Ctrl+C is for the one who started it, and he ends it. The server resets itself
+                # whenever its last client leaves, unless told otherwise, and drops who comes at that moment.
                 self._server = subprocess.Popen(
                     ["Xvfb", "-displayfd", str(tell), "-screen", "0", f"{self.width}x{self.height}x24",
-                     "-nolisten", "tcp", "-fbdir", str(self._folder)],
+                     "-nolisten", "tcp", "-noreset", "-fbdir", str(self._folder)],
                     stdin=subprocess.DEVNULL, stdout=log, stderr=log, pass_fds=[tell],
                     start_new_session=True)
             os.close(tell)
