@@ -3,6 +3,7 @@
 #include "core/text_fold.h"
 
 #include <array>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -90,13 +91,14 @@ qsizetype shortened(qsizetype run, qsizetype step)
 
 } // namespace
 
-QString StripHTML(ApplicationContext &app, const QString &html)
+QString StripHTML(ApplicationContext &app, QString html)
 {
     QString result;
     reportFailure(app, u"modUtilit_StripHTML error:  "_s, [&] {
         QString text = withoutTags(html);
+        html.clear(); // as great as the text, where the whole page is cleaned
         text.removeIf([](QChar unit) { return unit == u'\r'; });
-        result = withTrimmedLines(text);
+        result = text.contains(u'\n') ? withTrimmedLines(text) : std::move(text);
     });
     return result;
 }

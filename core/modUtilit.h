@@ -9,7 +9,7 @@ namespace sondrel {
 
 /// The text of an HTML page: tags removed, paragraphs and line breaks as CR LF, every line but the first
 /// without blanks in front. Entities stay.
-QString StripHTML(ApplicationContext &app, const QString &html);
+QString StripHTML(ApplicationContext &app, QString html);
 
 /// The field of that number, counted from 1; numbers below 2 give the first. Behind a delimiter the next
 /// field begins one character on, however long the delimiter is.

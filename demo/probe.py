@@ -1,7 +1,9 @@
 """Calls the program's own operations through sondrel-probe."""
 import contextlib
 import json
+import re
 import subprocess
+from pathlib import Path
 
 
 class ProbeFailed(Exception):
@@ -30,6 +32,11 @@ class Probe:
         self._process.kill()
         self._process.wait()
         self._process.stdout.close()
+
+    def peak_memory(self):
+        """The most memory that it has used so far, in bytes."""
+        status = Path(f"/proc/{self._process.pid}/status").read_text(encoding="ascii")
+        return int(re.search(r"VmHWM:\s*(\d+) kB", status)[1]) * 1024
 
     def ask(self, operation, *arguments, **members):
         """The whole answer, as a dictionary."""

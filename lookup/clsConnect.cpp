@@ -44,7 +44,7 @@ bool hasRunsOrLineEnds(QStringView text)
 QString onOneLine(ApplicationContext &app, QString text)
 {
     if (text.contains(u'>') && text.contains(u'<'))
-        text = StripHTML(app, text);
+        text = StripHTML(app, std::move(text));
     if (hasRunsOrLineEnds(text))
         text = CollapseSpaces(std::move(text));
     if (text.startsWith(u' ') || text.endsWith(u' '))
@@ -55,11 +55,15 @@ QString onOneLine(ApplicationContext &app, QString text)
     return text;
 }
 
-QString countOf(ApplicationContext &app, QStringView element)
+// Without its strings the element is the whole page, so as few copies are made as can be.
+QString countOf(ApplicationContext &app, QString element)
 {
-    const qsizetype of = indexOfIgnoringCase(element, u"of");
-    const QString text = StripHTML(app, element.sliced(of < 0 ? 0 : of + 2).toString());
-    QString count = replacedIgnoringCase(trimBlanks(text).toString(), u"&nbsp;", {});
+    if (const qsizetype of = indexOfIgnoringCase(element, u"of"); of >= 0)
+        element.remove(0, of + 2);
+    QString count = StripHTML(app, std::move(element));
+    if (count.startsWith(u' ') || count.endsWith(u' '))
+        count = trimBlanks(count).toString();
+    count = replacedIgnoringCase(count, u"&nbsp;", {});
     count.removeIf([](QChar unit) { return unit == u'\r' || unit == u'\n' || unit == u' '; });
     return count;
 }

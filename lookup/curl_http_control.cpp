@@ -2,6 +2,7 @@
 
 #include "core/failure.h"
 #include "lookup/curl_multi.h"
+#include "lookup/received_body.h"
 
 #include <curl/curl.h>
 
@@ -38,7 +39,7 @@ public:
     int State() const override { return m_state; }
     bool Busy() const override { return m_state != Closed; }
     int ResponseCode() const override { return m_status; }
-    QByteArray Body() const override { return m_body; }
+    QByteArray Body() const override { return m_body.bytes(); }
 
     void Get() override { start(nullptr); }
     void Post(const QByteArray &postData) override { start(&postData); }
@@ -58,7 +59,7 @@ private:
     CURL *const m_easy;
     const HeaderList m_headers;
     QByteArray m_postData; // libcurl sends from here
-    QByteArray m_body;
+    ReceivedBody m_body;
     int m_state = Closed;
     int m_status = 0;
     bool m_started = false; // libcurl has seen the present transfer
@@ -135,7 +136,7 @@ void CurlControl::start(const QByteArray *postData)
     if (Busy())
         throw Failure(u"A transfer is under way"_s);
     m_postData = postData ? *postData : QByteArray();
-    m_body = QByteArray();
+    m_body.clear();
     m_status = 0;
     m_state = Connecting;
     m_started = prepare(postData != nullptr);
@@ -174,7 +175,7 @@ qsizetype CurlControl::receive(const char *bytes, qsizetype size)
     }
     // Taking less than is offered ends the transfer.
     const qsizetype taken = std::min(size, LongestBody - m_body.size());
-    m_body.append(bytes, taken);
+    m_body.append({bytes, taken});
     return taken;
 }
 

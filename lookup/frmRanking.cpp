@@ -4,6 +4,8 @@
 
 #include <QPointer>
 
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace sondrel {
@@ -129,7 +131,8 @@ void frmRanking::onState(int index)
         if (close())
             Q_EMIT Unloaded();
     } else if (slot.Status != SlotStatus::Cancelled) {
-        const QByteArray data = slot.Data; // the handler may start the slot anew, or destroy it
+        // The handler may start the slot anew, or destroy it; else a long page would stay until it does.
+        const QByteArray data = std::exchange(slot.Data, {});
         Q_EMIT Completed(index, NoError, data);
     }
 }
