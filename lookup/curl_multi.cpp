@@ -4,8 +4,12 @@
 
 #include <QMetaObject>
 
-#include <algorithm>
+#include <unistd.h>
 
+#include <algorithm>
+#include <utility>
+
+using namespace std::chrono_literals;
 using namespace Qt::Literals::StringLiterals;
 
 namespace sondrel {
@@ -15,6 +19,8 @@ namespace {
 // Idle connections that are kept for the next transfer: one for each handle and some for hosts met on the
 // way.
 constexpr long KeptConnections = 2L * CurlMulti::MostHandles;
+
+constexpr std::chrono::milliseconds LongestWait = 24h;
 
 } // namespace
 
@@ -35,7 +41,10 @@ CurlMulti::CurlMulti() : m_multi(curl_multi_init()), m_share(curl_share_init())
 
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { act(CURL_SOCKET_TIMEOUT, 0); });
+    QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
+        m_rings = Clock::time_point::max();
+        act(CURL_SOCKET_TIMEOUT, 0);
+    });
 }
 
 CurlMulti::~CurlMulti()
@@ -55,6 +64,8 @@ CURL *CurlMulti::openHandle(Client &client)
     ++m_handles;
     curl_easy_setopt(easy, CURLOPT_PRIVATE, &client);
     curl_easy_setopt(easy, CURLOPT_SHARE, m_share);
+    curl_easy_setopt(easy, CURLOPT_CLOSESOCKETFUNCTION, &CurlMulti::onClose);
+    curl_easy_setopt(easy, CURLOPT_CLOSESOCKETDATA, this);
     return easy;
 }
 
@@ -68,10 +79,12 @@ void CurlMulti::closeHandle(CURL *easy, Client &client)
 
 void CurlMulti::start(CURL *easy, Client &client)
 {
-    // libcurl asks for a tick at once, and also sends what is due whenever a socket wakes it: a transfer that
-    // is started in the handler of one end is on its way before the next end is told.
     if (curl_multi_add_handle(m_multi, easy) != CURLM_OK)
-        endLater(client);
+        return endLater(client);
+    // The request goes out at once: its server is at work while the pages that have come are looked at.
+    perform(CURL_SOCKET_TIMEOUT, 0);
+    if (!m_ended.empty())
+        tellLater();
 }
 
 void CurlMulti::stop(CURL *easy, Client &client)
@@ -85,10 +98,18 @@ void CurlMulti::stop(CURL *easy, Client &client)
 void CurlMulti::endLater(Client &client)
 {
     m_ended.push_back(&client);
+    tellLater();
+}
+
+void CurlMulti::tellLater()
+{
+    if (std::exchange(m_toTell, true))
+        return;
     QMetaObject::invokeMethod(
         &m_timer,
         [this] {
             const auto alive = shared_from_this();
+            m_toTell = false;
             tellEnded();
         },
         Qt::QueuedConnection);
@@ -97,6 +118,12 @@ void CurlMulti::endLater(Client &client)
 void CurlMulti::act(curl_socket_t socket, int events)
 {
     const auto alive = shared_from_this();
+    perform(socket, events);
+    tellEnded();
+}
+
+void CurlMulti::perform(curl_socket_t socket, int events)
+{
     int running = 0;
     curl_multi_socket_action(m_multi, socket, events, &running);
     int left = 0;
@@ -109,56 +136,95 @@ void CurlMulti::act(curl_socket_t socket, int events)
         curl_multi_remove_handle(m_multi, easy);
         m_ended.push_back(client);
     }
-    tellEnded();
+    setTimer();
 }
 
 void CurlMulti::tellEnded()
 {
-    // Those that have ended by now. One that its client starts again, and that fails at once, waits for the
+    // Those that have ended by now. One that its client starts again, and that ends at once, waits for the
     // next turn of the event loop, or the loop would not turn any more.
     for (auto left = m_ended.size(); left > 0 && !m_ended.empty(); --left) {
         Client *client = m_ended.front();
         m_ended.pop_front();
         client->transferEnded();
     }
+    if (!m_ended.empty())
+        tellLater();
 }
 
 int CurlMulti::onSocket(CURL *, curl_socket_t socket, int what, void *self, void *) noexcept
 {
     try {
-        auto *multi = static_cast<CurlMulti *>(self);
-        Socket &watched = multi->m_sockets[socket];
-        multi->watch(socket, watched.reading, QSocketNotifier::Read,
-                     what == CURL_POLL_IN || what == CURL_POLL_INOUT);
-        multi->watch(socket, watched.writing, QSocketNotifier::Write,
-                     what == CURL_POLL_OUT || what == CURL_POLL_INOUT);
+        static_cast<CurlMulti *>(self)->watch(socket, what == CURL_POLL_IN || what == CURL_POLL_INOUT,
+                                              what == CURL_POLL_OUT || what == CURL_POLL_INOUT);
         return 0;
     } catch (const std::exception &) {
         return -1; // libcurl then ends all its transfers
     }
 }
 
-int CurlMulti::onTimer(CURLM *, long milliseconds, void *self) noexcept
+int CurlMulti::onClose(void *self, curl_socket_t socket) noexcept
+{
+    auto &sockets = static_cast<CurlMulti *>(self)->m_sockets;
+    if (const auto watched = sockets.find(socket); watched != sockets.end()) {
+        watched->second.awaitsReading = false;
+        for (const auto &notifier : {watched->second.reading.get(), watched->second.writing.get()}) {
+            if (notifier)
+                notifier->setEnabled(false);
+        }
+    }
+    return ::close(socket);
+}
+
+int CurlMulti::onTimer(CURLM *, long wait, void *self) noexcept
 {
     auto *multi = static_cast<CurlMulti *>(self);
-    if (milliseconds < 0)
-        multi->m_timer.stop();
-    else
-        multi->m_timer.start(static_cast<int>(std::min<long>(milliseconds, 24L * 60 * 60 * 1000)));
+    multi->m_due = wait < 0 ? Clock::time_point::max() : Clock::now() + std::chrono::milliseconds(wait);
     return 0;
 }
 
-void CurlMulti::watch(curl_socket_t socket, std::unique_ptr<QSocketNotifier> &notifier,
-                      QSocketNotifier::Type type, bool wanted)
+// A timer that rings too early does no harm, so it is set anew only to ring earlier.
+void CurlMulti::setTimer()
 {
-    if (notifier) {
-        notifier->setEnabled(wanted);
-    } else if (wanted) {
-        notifier = std::make_unique<QSocketNotifier>(socket, type);
-        const int events = type == QSocketNotifier::Read ? CURL_CSELECT_IN : CURL_CSELECT_OUT;
-        QObject::connect(notifier.get(), &QSocketNotifier::activated, &m_timer,
-                         [this, socket, events] { act(socket, events); });
-    }
+    if (m_due >= m_rings)
+        return;
+    const auto wait = std::chrono::ceil<std::chrono::milliseconds>(m_due - Clock::now());
+    m_timer.start(std::clamp(wait, 0ms, LongestWait));
+    m_rings = m_due;
+}
+
+void CurlMulti::watch(curl_socket_t socket, bool reading, bool writing)
+{
+    Socket &watched = m_sockets[socket];
+    watched.awaitsReading = reading;
+    // Left on when a transfer is over: as a rule the next one on this connection follows at once.
+    if (reading)
+        enable(socket, watched.reading, QSocketNotifier::Read);
+    if (writing)
+        enable(socket, watched.writing, QSocketNotifier::Write);
+    else if (watched.writing)
+        watched.writing->setEnabled(false);
+}
+
+void CurlMulti::enable(curl_socket_t socket, std::unique_ptr<QSocketNotifier> &notifier,
+                       QSocketNotifier::Type type)
+{
+    if (notifier)
+        return notifier->setEnabled(true);
+    notifier = std::make_unique<QSocketNotifier>(socket, type);
+    QObject::connect(notifier.get(), &QSocketNotifier::activated, &m_timer,
+                     [this, socket, type] { onActivated(socket, type); });
+}
+
+void CurlMulti::onActivated(curl_socket_t socket, QSocketNotifier::Type type)
+{
+    const Socket &watched = m_sockets.at(socket);
+    if (type == QSocketNotifier::Write)
+        act(socket, CURL_CSELECT_OUT);
+    else if (watched.awaitsReading)
+        act(socket, CURL_CSELECT_IN);
+    else
+        watched.reading->setEnabled(false); // an idle connection whose other side has closed it
 }
 
 } // namespace sondrel

@@ -6,6 +6,7 @@
 
 #include <curl/curl.h>
 
+#include <chrono>
 #include <deque>
 #include <memory>
 #include <unordered_map>
@@ -50,27 +51,38 @@ public:
     void endLater(Client &client);
 
 private:
+    using Clock = std::chrono::steady_clock;
+
     struct Socket
     {
         std::unique_ptr<QSocketNotifier> reading;
         std::unique_ptr<QSocketNotifier> writing;
+        bool awaitsReading = false; // the notifier may be on without that
     };
 
     static int onSocket(CURL *easy, curl_socket_t socket, int what, void *self, void *data) noexcept;
-    static int onTimer(CURLM *multi, long milliseconds, void *self) noexcept;
+    static int onClose(void *self, curl_socket_t socket) noexcept;
+    static int onTimer(CURLM *multi, long wait, void *self) noexcept;
 
-    void watch(curl_socket_t socket, std::unique_ptr<QSocketNotifier> &notifier, QSocketNotifier::Type type,
-               bool wanted);
+    void watch(curl_socket_t socket, bool reading, bool writing);
+    void enable(curl_socket_t socket, std::unique_ptr<QSocketNotifier> &notifier, QSocketNotifier::Type type);
+    void onActivated(curl_socket_t socket, QSocketNotifier::Type type);
+    void setTimer();
+    void perform(curl_socket_t socket, int events);
     void act(curl_socket_t socket, int events);
+    void tellLater();
     void tellEnded();
 
     CURLM *m_multi;
     CURLSH *m_share;
     int m_handles = 0;
     QTimer m_timer;
+    Clock::time_point m_rings = Clock::time_point::max(); // when the timer is set to ring
+    Clock::time_point m_due = Clock::time_point::max();   // when libcurl wants to be called
     // Switched off rather than destroyed when libcurl lets go of a socket: the number is soon used again.
     std::unordered_map<curl_socket_t, Socket> m_sockets;
     std::deque<Client *> m_ended; // over, their clients not yet told
+    bool m_toTell = false;        // they will be told in the next turn of the event loop
 };
 
 } // namespace sondrel
