@@ -326,7 +326,7 @@ QByteArray HostPath::readAll(const QString &path) const
     return *std::move(bytes);
 }
 
-void HostPath::replace(Entry &file, std::initializer_list<QByteArrayView> pieces, bool flush)
+void HostPath::replace(Entry &file, QByteArrayView bytes, QByteArrayView tail, bool flush)
 {
     const QString what = u"Cannot write"_s;
     // The folder's permission alone decides over a rename; a file that is not to be written stays.
@@ -334,7 +334,7 @@ void HostPath::replace(Entry &file, std::initializer_list<QByteArrayView> pieces
         failWithSystemError(what, file.path());
     FolderIndex::OwnChange change(m_index, file.folder.path);
     TemporaryFile copy(file.folder.path);
-    if (!copy.isOpen() || !copy.file().writeAll(pieces) ||
+    if (!copy.isOpen() || !copy.file().writeAll(bytes, tail) ||
         (file.isFile() && ::fchmod(copy.file().descriptor(), file.mode & 07777) != 0) ||
         (flush && ::fsync(copy.file().descriptor()) != 0) || !copy.moveTo(file.path()))
         failWithSystemError(what, file.path());
@@ -372,13 +372,13 @@ void HostPath::remove(Entry &file)
 void HostPath::writeAll(const QString &path, QByteArrayView bytes)
 {
     Entry file = fileToWrite(target(path));
-    replace(file, {bytes}, true);
+    replace(file, bytes, {}, true);
 }
 
 void HostPath::writeUnflushed(const QString &path, QByteArrayView bytes)
 {
     Entry file = fileToWrite(target(path));
-    replace(file, {bytes}, false);
+    replace(file, bytes, {}, false);
 }
 
 AppendFile HostPath::openToAppend(const QString &path)
@@ -405,10 +405,10 @@ void HostPath::Folder::keepTime(const Entry &written)
         m_place.changed = written.folder.changed;
 }
 
-void HostPath::Folder::writeUnflushed(const QString &name, std::initializer_list<QByteArrayView> pieces)
+void HostPath::Folder::writeUnflushed(const QString &name, QByteArrayView bytes, QByteArrayView tail)
 {
     Entry file = m_files.fileToWrite(target(name));
-    m_files.replace(file, pieces, false);
+    m_files.replace(file, bytes, tail, false);
     keepTime(file);
 }
 
@@ -420,14 +420,18 @@ AppendFile HostPath::Folder::openToAppend(const QString &name)
     return result;
 }
 
-void HostPath::Folder::remove(const QString &name)
+AppendFile HostPath::Folder::openAnew(const QString &name)
 {
     Entry file = target(name);
     m_files.remove(file);
+    file.name = name;
+    file.mode = 0;
+    AppendFile result = m_files.openToAppend(file);
     keepTime(file);
+    return result;
 }
 
-HostPath::Folder HostPath::folder(const QString &path)
+HostPath::Directory HostPath::madeFolder(const QString &path)
 {
     const QString what = u"Cannot make the folder"_s;
     const auto place = divide(path);
@@ -448,7 +452,27 @@ HostPath::Folder HostPath::folder(const QString &path)
         }
         folder = next.asFolder();
     }
-    return Folder(*this, std::move(folder));
+    return folder;
+}
+
+HostPath::Folder HostPath::folder(const QString &path)
+{
+    if (auto known = knownFolder(path))
+        return *std::move(known);
+    Directory made = madeFolder(path);
+    m_madeFolders[path] = made.path;
+    return Folder(*this, std::move(made));
+}
+
+std::optional<HostPath::Folder> HostPath::knownFolder(const QString &path)
+{
+    const auto known = m_madeFolders.find(path);
+    if (known == m_madeFolders.end())
+        return std::nullopt;
+    const auto status = linkStatusOf(known->second);
+    if (!status || !S_ISDIR(status->st_mode))
+        return std::nullopt;
+    return Folder(*this, {known->second, changeTime(*status)});
 }
 
 void HostPath::makeFolder(const QString &path)

@@ -10,6 +10,7 @@
 
 #include <initializer_list>
 #include <optional>
+#include <unordered_map>
 #include <utility>
 
 namespace sondrel {
@@ -67,6 +68,8 @@ public:
     class Folder;
     /// The folder, made when it is missing. Throws Failure.
     Folder folder(const QString &path);
+    /// The folder, when it has been asked for before and is still where it was: a lookup asks with each page.
+    std::optional<Folder> knownFolder(const QString &path);
     /// Opens the file to add to its end; makes it when it is missing. Throws Failure.
     AppendFile openToAppend(const QString &path);
     void append(const QString &path, QByteArrayView bytes) { openToAppend(path).append(bytes); }
@@ -104,11 +107,13 @@ private:
     Entry fileToWrite(Entry target) const;
     static Directory known(Directory folder);
     // These three keep the time of the file's folder up to date.
-    void replace(Entry &file, std::initializer_list<QByteArrayView> pieces, bool flush);
+    void replace(Entry &file, QByteArrayView bytes, QByteArrayView tail, bool flush);
     AppendFile openToAppend(Entry &file);
     void remove(Entry &file);
+    Directory madeFolder(const QString &path);
 
     QStringList m_roots;
+    std::unordered_map<QString, QString> m_madeFolders; // composed path, system's spelling
     mutable FolderIndex m_index;
 };
 
@@ -116,10 +121,11 @@ private:
 class HostPath::Folder
 {
 public:
-    /// Like those of HostPath, for a file of this folder. Bytes may come in pieces.
-    void writeUnflushed(const QString &name, std::initializer_list<QByteArrayView> pieces);
+    /// Like those of HostPath, for a file of this folder. The tail follows the bytes.
+    void writeUnflushed(const QString &name, QByteArrayView bytes, QByteArrayView tail);
     AppendFile openToAppend(const QString &name);
-    void remove(const QString &name);
+    /// As openToAppend, with nothing left of an earlier file.
+    AppendFile openAnew(const QString &name);
 
 private:
     friend class HostPath;

@@ -3,9 +3,11 @@
 #include <QFile>
 
 #include <fcntl.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <memory>
@@ -94,10 +96,17 @@ qsizetype NativeFile::write(QByteArrayView bytes) const
     return done;
 }
 
-bool NativeFile::writeAll(std::initializer_list<QByteArrayView> pieces) const
+bool NativeFile::writeAll(QByteArrayView bytes, QByteArrayView tail) const
 {
-    return std::all_of(pieces.begin(), pieces.end(),
-                       [this](QByteArrayView piece) { return write(piece) == piece.size(); });
+    // One call as a rule; libraries let iovec be changed by reading calls alone.
+    const auto part = [](QByteArrayView view) {
+        return iovec{const_cast<char *>(view.data()), static_cast<std::size_t>(view.size())};
+    };
+    const std::array parts{part(bytes), part(tail)};
+    const qsizetype done = std::max<qsizetype>(::writev(m_descriptor, parts.data(), parts.size()), 0);
+    const QByteArrayView rest = bytes.sliced(std::min(done, bytes.size()));
+    const QByteArrayView restOfTail = tail.sliced(std::max<qsizetype>(done - bytes.size(), 0));
+    return write(rest) == rest.size() && write(restOfTail) == restOfTail.size();
 }
 
 bool NativeFile::close()

@@ -6,7 +6,6 @@
 
 #include <sys/stat.h>
 
-#include <initializer_list>
 #include <optional>
 #include <utility>
 
@@ -44,7 +43,7 @@ public:
     std::optional<QByteArray> readAll() const;
     /// How many bytes could be written; fewer than all when it failed.
     qsizetype write(QByteArrayView bytes) const;
-    bool writeAll(std::initializer_list<QByteArrayView> pieces) const;
+    bool writeAll(QByteArrayView bytes, QByteArrayView tail) const;
     /// False when the system tells only now that a write has failed.
     bool close();
 

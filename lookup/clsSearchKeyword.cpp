@@ -60,8 +60,9 @@ void clsSearchKeyword::GetResult(const FetchedPage &page)
         const qint16 number = oneMore(Pages);
         files->savePage(number, page.bytes);
         if (Pages == 0)
-            files->removeOld();
-        files->open();
+            files->openAnew();
+        else
+            files->open();
         Pages = number;
     });
     if (!begun)

@@ -36,23 +36,27 @@ QString KeywordFiles::pageName(int page) const
 void KeywordFiles::openFolders()
 {
     m_results.emplace(m_app.files.folder(m_resultsFolder));
-    if (!m_app.files.folderExists(m_reportsFolder))
+    if (const auto reports = m_app.files.knownFolder(m_reportsFolder)) {
+        m_reports.emplace(*reports);
+    } else {
         ensureReportsFolder(m_app);
-    m_reports.emplace(m_app.files.folder(m_reportsFolder));
+        m_reports.emplace(m_app.files.folder(m_reportsFolder));
+    }
 }
 
 void KeywordFiles::savePage(int page, const QByteArray &bytes)
 {
     const QString name = HostPath::checkedName(pageName(page));
     openFolders();
-    m_reports->writeUnflushed(name, {bytes, "\r\n"});
+    m_reports->writeUnflushed(name, bytes, "\r\n");
     linkDecodedName(m_app, m_reportsFolder + u'\\' + name);
 }
 
-void KeywordFiles::removeOld()
+void KeywordFiles::openAnew()
 {
-    m_results.value().remove(m_listing);
-    m_reports.value().remove(m_report);
+    m_openListing.emplace(m_results.value().openAnew(m_listing));
+    m_openReport.emplace(m_reports.value().openAnew(m_report));
+    linkDecodedName(m_app, m_reportsFolder + u'\\' + m_report);
 }
 
 void KeywordFiles::open()

@@ -24,10 +24,10 @@ public:
 
     /// Makes the folders and replaces the copy of that page by the bytes and CR LF. The first to be called.
     void savePage(int page, const QByteArray &bytes);
-    /// Removes listing and report of an earlier run.
-    void removeOld();
     /// Opens listing and report, which are made when missing.
     void open();
+    /// The same without what an earlier run has left in them.
+    void openAnew();
     /// Adds to both. A crash may lose this piece, never an earlier one.
     void append(const QString &listing, const QString &report);
 

@@ -301,15 +301,15 @@ TEST_F(HostPathTest, writesSeveralFilesOfAFolderThatIsLookedUpOnce)
 {
     put(native(u"REPORTS/PAGE.html"_s), "old");
     HostPath::Folder reports = files.folder(composed(u"Reports"_s));
-    reports.writeUnflushed(u"page.html"_s, {"new", "er"});
+    reports.writeUnflushed(u"page.html"_s, "new", "er");
     reports.openToAppend(u"List.dat"_s).append("1");
     reports.openToAppend(u"LIST.dat"_s).append("2");
-    reports.writeUnflushed(u"Gone.dat"_s, {});
-    reports.remove(u"gone.DAT"_s);
-    reports.remove(u"never there"_s);
+    reports.openAnew(u"list.dat"_s).append("3");
+    reports.openAnew(u"New.dat"_s).append("4");
     EXPECT_EQ(bytesOf(native(u"REPORTS/PAGE.html"_s)), "newer");
-    EXPECT_EQ(bytesOf(native(u"REPORTS/List.dat"_s)), "12");
-    EXPECT_EQ(names(native(u"REPORTS"_s)), (QStringList{u"List.dat"_s, u"PAGE.html"_s}));
+    EXPECT_EQ(bytesOf(native(u"REPORTS/list.dat"_s)), "3");
+    EXPECT_EQ(bytesOf(native(u"REPORTS/New.dat"_s)), "4");
+    EXPECT_EQ(names(native(u"REPORTS"_s)), (QStringList{u"New.dat"_s, u"PAGE.html"_s, u"list.dat"_s}));
     EXPECT_EQ(names(root), QStringList{u"REPORTS"_s});
 }
 
@@ -317,11 +317,27 @@ TEST_F(HostPathTest, missesNothingThatOthersAddToAFolderMeanwhile)
 {
     EXPECT_FALSE(files.fileExists(composed(u"Reports/other.dat"_s)));
     HostPath::Folder reports = files.folder(composed(u"Reports"_s));
-    reports.writeUnflushed(u"a.dat"_s, {"1"});
+    reports.writeUnflushed(u"a.dat"_s, "1", {});
     put(native(u"Reports/OTHER.dat"_s), "theirs");
     setTime(native(u"Reports"_s), LongAgo);
-    reports.writeUnflushed(u"b.dat"_s, {"2"});
+    reports.writeUnflushed(u"b.dat"_s, "2", {});
     EXPECT_EQ(files.readAll(composed(u"Reports/other.dat"_s)), "theirs");
+}
+
+TEST_F(HostPathTest, looksForAFolderAgainThatIsNoLongerWhereItWas)
+{
+    EXPECT_FALSE(files.knownFolder(composed(u"Reports\\Demo"_s)));
+    files.folder(composed(u"Reports\\Demo"_s));
+    EXPECT_TRUE(files.knownFolder(composed(u"Reports\\Demo"_s)));
+    QDir(native(u"Reports"_s)).rename(u"Demo"_s, u"DEMO"_s);
+    EXPECT_FALSE(files.knownFolder(composed(u"Reports\\Demo"_s)));
+    files.folder(composed(u"Reports\\Demo"_s)).openAnew(u"a.dat"_s).append("1");
+    EXPECT_EQ(bytesOf(native(u"Reports/DEMO/a.dat"_s)), "1");
+    QDir(native(u"Reports/DEMO"_s)).removeRecursively();
+    put(native(u"Reports/DEMO"_s), "a file");
+    EXPECT_FALSE(files.knownFolder(composed(u"Reports\\Demo"_s)));
+    EXPECT_EQ(failureOf([&] { files.folder(composed(u"Reports\\Demo"_s)); }),
+              u"Cannot make the folder \""_s + native(u"Reports/DEMO"_s) + u"\": a file is in its place"_s);
 }
 
 TEST_F(HostPathTest, keepsAFolderThatIsLookedUpToItsFiles)
@@ -329,9 +345,9 @@ TEST_F(HostPathTest, keepsAFolderThatIsLookedUpToItsFiles)
     HostPath::Folder reports = files.folder(composed(u"Reports"_s));
     for (const QString &name : {u"../x"_s, u"a\\b"_s, u".."_s, QString()}) {
         const QString text = u"\""_s + name + u"\" cannot be the name of a file"_s;
-        EXPECT_EQ(failureOf([&] { reports.writeUnflushed(name, {"x"}); }), text);
+        EXPECT_EQ(failureOf([&] { reports.writeUnflushed(name, "x", {}); }), text);
         EXPECT_EQ(failureOf([&] { reports.openToAppend(name); }), text);
-        EXPECT_EQ(failureOf([&] { reports.remove(name); }), text);
+        EXPECT_EQ(failureOf([&] { reports.openAnew(name); }), text);
     }
     EXPECT_EQ(names(folder.path()), (QStringList{u"outside"_s, u"root"_s}));
 }
