@@ -2,6 +2,7 @@
 
 #include "core/icu_converter.h"
 #include "core/text_fold.h"
+#include "core/wide_registers.h"
 
 #include <algorithm>
 #include <array>
@@ -25,7 +26,7 @@ constexpr char16_t Replacement = 0xFFFD;
 // compiler makes them work on many bytes at a time.
 constexpr qsizetype Block = 64;
 
-bool isAscii(const char *bytes)
+SONDREL_INLINE bool isAscii(const char *bytes)
 {
     unsigned char any = 0;
     for (qsizetype i = 0; i < Block; ++i)
@@ -33,13 +34,19 @@ bool isAscii(const char *bytes)
     return any <= LastAscii;
 }
 
-void lower(const char *bytes, char *out)
+// Folds as many blocks as are ASCII, and tells how many bytes that are.
+SONDREL_WIDE_REGISTERS
+qsizetype lowerAscii(const char *bytes, qsizetype size, char *out)
 {
-    for (qsizetype i = 0; i < Block; ++i) {
-        const auto byte = static_cast<unsigned char>(bytes[i]);
-        const auto offset = static_cast<unsigned char>(byte - 'A');
-        out[i] = static_cast<char>(byte + (offset < 26 ? 32 : 0));
+    qsizetype done = 0;
+    for (; size - done >= Block && isAscii(bytes + done); done += Block) {
+        for (qsizetype i = done; i < done + Block; ++i) {
+            const auto byte = static_cast<unsigned char>(bytes[i]);
+            const auto offset = static_cast<unsigned char>(byte - 'A');
+            out[i] = static_cast<char>(byte + (offset < 26 ? 32 : 0));
+        }
     }
+    return done;
 }
 
 bool isAscii(const char16_t *units)
@@ -213,16 +220,15 @@ std::optional<QByteArray> CodePage::foldedLatin1(QByteArrayView bytes) const
     char *out = result.data();
     const char *in = bytes.begin();
     while (in != bytes.end()) {
+        const qsizetype ascii = m_leavesAscii ? lowerAscii(in, bytes.end() - in, out) : 0;
+        in += ascii;
+        out += ascii;
         const auto size = std::min<qsizetype>(Block, bytes.end() - in);
-        if (size == Block && m_leavesAscii && isAscii(in)) {
-            lower(in, out);
-        } else {
-            for (qsizetype i = 0; i < size; ++i) {
-                const char16_t unit = foldCase(unitOf(in[i]).unicode());
-                if (unit > LastLatin1)
-                    return std::nullopt;
-                out[i] = static_cast<char>(unit);
-            }
+        for (qsizetype i = 0; i < size; ++i) {
+            const char16_t unit = foldCase(unitOf(in[i]).unicode());
+            if (unit > LastLatin1)
+                return std::nullopt;
+            out[i] = static_cast<char>(unit);
         }
         in += size;
         out += size;

@@ -1,5 +1,7 @@
 #include "core/text_fold.h"
 
+#include "core/wide_registers.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -46,7 +48,7 @@ void foldAscii(const char16_t *in, Result *out)
 
 // Whether there is a place in the first units where head holds first and tail holds last.
 template <qsizetype Size, typename Unit>
-bool holdsBoth(const Unit *head, Unit first, const Unit *tail, Unit last)
+SONDREL_INLINE bool holdsBoth(const Unit *head, Unit first, const Unit *tail, Unit last)
 {
     constexpr auto Yes = static_cast<Unit>(-1); // what the processor's own comparisons give
     Unit any = 0;
@@ -57,7 +59,8 @@ bool holdsBoth(const Unit *head, Unit first, const Unit *tail, Unit last)
 }
 
 template <typename Unit>
-qsizetype indexOf(const Unit *units, qsizetype size, const Unit *needle, qsizetype needleSize, qsizetype from)
+SONDREL_INLINE qsizetype indexOf(const Unit *units, qsizetype size, const Unit *needle, qsizetype needleSize,
+                                 qsizetype from)
 {
     if (needleSize == 0)
         return from <= size ? from : -1;
@@ -174,11 +177,13 @@ bool containsIgnoringCase(QStringView text, QStringView needle)
     return indexOfIgnoringCase(text, needle) >= 0;
 }
 
+SONDREL_WIDE_REGISTERS
 qsizetype indexOfExactly(QStringView text, QStringView needle, qsizetype from)
 {
     return indexOf(text.utf16(), text.size(), needle.utf16(), needle.size(), from);
 }
 
+SONDREL_WIDE_REGISTERS
 qsizetype indexOfExactly(QByteArrayView text, QByteArrayView needle, qsizetype from)
 {
     return indexOf(text.data(), text.size(), needle.data(), needle.size(), from);
