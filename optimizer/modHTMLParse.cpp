@@ -108,14 +108,54 @@ private:
     QStringView m_value;
 };
 
+// What is replaced does not get longer, so that a body of any size is cleaned where it stands, without a
+// copy.
+template <typename Step>
+void rewrite(QString &body, Step step)
+{
+    QChar *const begin = body.data();
+    const QStringView text(begin, body.size());
+    qsizetype to = 0;
+    for (qsizetype from = 0; from < text.size();)
+        from += step(text.sliced(from), begin[to++]);
+    body.truncate(to);
+}
+
+void replaceEntitiesAndTabs(QString &body)
+{
+    constexpr QStringView Quote = u"&quot;";
+    constexpr QStringView Blank = u"&nbsp;";
+    rewrite(body, [&](QStringView rest, QChar &out) -> qsizetype {
+        const QChar unit = rest.front();
+        if (unit == u'&' && startsWithIgnoringCase(rest, Quote)) {
+            out = u'"';
+            return Quote.size();
+        }
+        if (unit == u'&' && startsWithIgnoringCase(rest, Blank)) {
+            out = u' ';
+            return Blank.size();
+        }
+        out = unit == u'\t' ? QChar(u' ') : unit;
+        return 1;
+    });
+}
+
+void halveBlanks(QString &body)
+{
+    rewrite(body, [](QStringView rest, QChar &out) -> qsizetype {
+        out = rest.front();
+        return rest.startsWith(u"  ") ? 2 : 1;
+    });
+}
+
 QString cleanBody(QString body)
 {
-    body = replacedIgnoringCase(body, u"&quot;", u"\"");
-    body = replacedIgnoringCase(body, u"&nbsp;", u" ");
-    body.replace(u'\t', u' ');
+    replaceEntitiesAndTabs(body);
     body = CollapseSpaces(std::move(body));
-    body = replacedIgnoringCase(body, u"  ", u" ");
-    return trimBlanks(body).toString();
+    halveBlanks(body);
+    body.truncate(trimBlanksRight(body).size());
+    body.remove(0, body.size() - trimBlanksLeft(body).size());
+    return body;
 }
 
 QString titleOf(QStringView html, QStringView folded)
@@ -130,17 +170,31 @@ QString titleOf(QStringView html, QStringView folded)
     return CollapseSpaces(html.sliced(begin + Begin.size(), end - begin - Begin.size()).toString());
 }
 
+void readTags(const QString &html, const QString &folded, MetaTags &tags)
+{
+    TagScan(html, folded, tags).run();
+    tags.body = cleanBody(std::move(tags.body));
+    tags.title = titleOf(html, folded);
+}
+
+QString failureTag()
+{
+    return u"modHTMLParse_retrieveMetaTag error: "_s;
+}
+
 } // namespace
 
 MetaTags retrieveMetaTag(ApplicationContext &app, const QString &html)
 {
     MetaTags tags;
-    reportFailure(app, u"modHTMLParse_retrieveMetaTag error: "_s, [&] {
-        const QString lowered = folded(html);
-        TagScan(html, lowered, tags).run();
-        tags.body = cleanBody(std::move(tags.body));
-        tags.title = titleOf(html, lowered);
-    });
+    reportFailure(app, failureTag(), [&] { readTags(html, folded(html), tags); });
+    return tags;
+}
+
+MetaTags retrieveMetaTag(ApplicationContext &app, const QString &html, const QString &foldedHTML)
+{
+    MetaTags tags;
+    reportFailure(app, failureTag(), [&] { readTags(html, foldedHTML, tags); });
     return tags;
 }
 

@@ -7,6 +7,7 @@
 #include "optimizer/page_address.h"
 #include "optimizer/page_advice.h"
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Qt::Literals::StringLiterals;
@@ -15,16 +16,36 @@ namespace sondrel {
 
 namespace {
 
-// Occurrences that do not overlap, anywhere in the text.
-qsizetype countOf(QStringView foldedText, QStringView foldedNeedle)
+// Occurrences of one text in another that do not overlap, anywhere in it.
+struct Occurrences
 {
+    QString needle;
+    qsizetype at = 0; // how far they have been counted
     qsizetype count = 0;
-    if (foldedNeedle.isEmpty())
-        return count;
-    for (qsizetype at = indexOfExactly(foldedText, foldedNeedle); at >= 0;
-         at = indexOfExactly(foldedText, foldedNeedle, at + foldedNeedle.size()))
-        ++count;
-    return count;
+
+    // Counts those that begin in front of the end.
+    void countTo(qsizetype end, QStringView text)
+    {
+        if (needle.isEmpty())
+            return;
+        const QStringView reached = text.first(std::min(end + needle.size() - 1, text.size()));
+        while (at < end) {
+            const qsizetype hit = indexOfExactly(reached, needle, at);
+            if (hit >= 0)
+                ++count;
+            at = hit < 0 ? end : hit + needle.size();
+        }
+    }
+};
+
+// A stretch at a time, all keywords in it: it stays near the processor, where a long text does not.
+void countAll(std::vector<Occurrences> &keywords, QStringView text)
+{
+    constexpr qsizetype Stretch = 0x4000;
+    for (qsizetype begin = 0; begin < text.size(); begin += Stretch) {
+        for (Occurrences &keyword : keywords)
+            keyword.countTo(std::min(begin + Stretch, text.size()), text);
+    }
 }
 
 Verdict verdictOf(float density, DensityBand band)
@@ -34,12 +55,11 @@ Verdict verdictOf(float density, DensityBand band)
     return density <= band.high ? Verdict::Good : Verdict::TooMany;
 }
 
-KeywordUse useOf(const QString &keyword, QStringView foldedText, qint32 words, DensityBand band)
+KeywordUse useOf(const QString &keyword, qsizetype count, qint32 words, DensityBand band)
 {
     KeywordUse use;
     use.keyword = keyword;
-    const QString searched = folded(CollapseSpaces(trimBlanks(keyword).toString()));
-    use.matches = shortCount(countOf(foldedText, searched));
+    use.matches = shortCount(count);
     // In two steps, each to the even digit, and in single precision: bounds are compared with the outcome.
     constexpr double Hundredths = 100;
     const double percent = words > 0 ? std::nearbyint(Hundredths * use.matches / words) : 0;
@@ -78,10 +98,14 @@ DensityBand descriptionBandOf(qsizetype length)
 std::vector<KeywordUse> keywordUses(const QString &keywords, const QString &text, qint32 words,
                                     DensityBand band)
 {
-    const QString foldedText = folded(text);
+    const QStringList names = keywords.split(u',', Qt::SkipEmptyParts);
+    std::vector<Occurrences> occurrences;
+    for (const QString &name : names)
+        occurrences.push_back({folded(CollapseSpaces(trimBlanks(name).toString()))});
+    countAll(occurrences, folded(text));
     std::vector<KeywordUse> uses;
-    for (const QString &keyword : keywords.split(u',', Qt::SkipEmptyParts))
-        uses.push_back(useOf(keyword, foldedText, words, band));
+    for (qsizetype i = 0; i < names.size(); ++i)
+        uses.push_back(useOf(names[i], occurrences[static_cast<std::size_t>(i)].count, words, band));
     return uses;
 }
 
@@ -97,7 +121,7 @@ PageAnalysis analysePage(ApplicationContext &app, const QString &siteURL, const 
     page.siteURL = siteURL;
     page.address = pageAddress(siteURL);
     page.pageLength = pageText.size();
-    page.tags = retrieveMetaTag(app, pageText);
+    page.tags = retrieveMetaTag(app, pageText, foldedPage);
     page.bodyWords = countBodyWords(page.tags.body);
     page.descriptionWords = countDescriptionWords(page.tags.description);
     page.bodyBand = bodyBandOf(page.bodyWords);

@@ -70,6 +70,14 @@ TEST(KeywordUses, countsOccurrencesAnywhere)
     EXPECT_EQ(use(u"none"_s, u"text"_s, 100).matches, 0);
 }
 
+TEST(KeywordUses, countsAtAnyPlaceOfALongText)
+{
+    EXPECT_EQ(use(u"aa"_s, QString(60001, u'a'), 100).matches, 30000);
+    for (qsizetype before = 16370; before < 16390; ++before)
+        EXPECT_EQ(use(u"needle"_s, QString(before, u'e') + u"needleneedle"_s, 100).matches, 2) << before;
+    EXPECT_EQ(use(QString(40000, u'a'), QString(120001, u'a'), 100).matches, 3);
+}
+
 TEST(KeywordUses, keepsTheKeywordAsItIs)
 {
     EXPECT_EQ(use(u" red   shoes "_s, {}, 0).keyword, u" red   shoes "_s);
