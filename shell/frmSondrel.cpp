@@ -14,7 +14,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace sondrel {
 
-frmSondrel::frmSondrel(ApplicationContext &app, OfferedCommands offered, QWidget *parent)
+frmSondrel::frmSondrel(ApplicationContext &app, const OfferedCommands &offered, QWidget *parent)
     : QWidget(parent),
       m_app(app),
       m_offered(offered),

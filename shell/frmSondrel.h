@@ -35,7 +35,7 @@ public:
         QAction *lookupSelected = nullptr;
     };
 
-    explicit frmSondrel(ApplicationContext &app, OfferedCommands offered, QWidget *parent = nullptr);
+    explicit frmSondrel(ApplicationContext &app, const OfferedCommands &offered, QWidget *parent = nullptr);
     ~frmSondrel() override;
 
     const std::shared_ptr<clsAccount> &Account() const { return m_session->Account; }

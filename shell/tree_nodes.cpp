@@ -31,7 +31,7 @@ QTreeWidgetItem *findNode(const QTreeWidget &tree, const QString &key)
     // The iterator wants a tree that it could change.
     for (QTreeWidgetItemIterator it(const_cast<QTreeWidget *>(&tree)); *it; ++it) {
         if (equalsIgnoringCase(nodeKey(*it), key))
-            return *it;
+            return *it; // cppcheck-suppress identicalInnerCondition; not a condition but the node
     }
     return nullptr;
 }
