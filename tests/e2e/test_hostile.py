@@ -125,8 +125,8 @@ class HostileEngineTest(unittest.TestCase):
 
     def test_ill_pages_do_not_hold_the_others_up(self):
         self.start(mixed(HOSTILE, GOOD), GOOD)
-        # Only when the others do not go on does the drip last as long.
-        self.set_preference("TimeOut", "60")
+        # None, however slow the machine is: the drip ends when the others are done, and only then.
+        self.set_preference("TimeOut", "0")
         rows = self.look_up()
         self.check_peak()
         self.check_good(rows)
