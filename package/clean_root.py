@@ -25,7 +25,7 @@ def do(*words, **options):
 
 
 def sources():
-    """Where this machine gets the release from: pairs of address and suite; Debian's own mirror where it gets none."""
+    """Where this machine gets the release from: pairs of address and suite."""
     lines = do("apt-get", "indextargets", "--format", "$(REPO_URI) $(RELEASE) $(COMPONENT)",
                "Created-By: Packages").splitlines()
     found = []
@@ -34,7 +34,7 @@ def sources():
         if component == "main" and suite.startswith(RELEASE) and (address, suite) not in found:
             found.append((address, suite))
     if not any(suite == RELEASE for _, suite in found):
-        found.insert(0, ("http://deb.debian.org/debian", RELEASE))
+        raise RootFailed(f"this machine's sources of packages have no Debian {RELEASE}")
     return found
 
 
