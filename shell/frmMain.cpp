@@ -65,6 +65,8 @@ void frmMain::load()
     m_tmrTrayIcon->setEnabled(true);
     UpdateUI();
     showHint();
+    // Where the arrow keys choose at once; a tool button would be first otherwise.
+    (showsChild() ? static_cast<QWidget *>(m_child) : m_projects)->setFocus();
 }
 
 void frmMain::placeWindow(const MainWindowSettings &settings)

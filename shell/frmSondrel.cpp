@@ -36,6 +36,7 @@ frmSondrel::frmSondrel(ApplicationContext &app, const OfferedCommands &offered, 
     connect(m_session.get(), &LookupSession::rowsChanged, this,
             [this] { showRowOf(m_session->FirstKeyword()); });
     connect(m_session.get(), &LookupSession::stateChanged, this, &frmSondrel::followRun);
+    setFocusProxy(m_grid);
     restoreColumns();
     showHints();
 }

@@ -49,6 +49,7 @@ void loadProjects(ApplicationContext &app, MainWindowSteps &steps, MainWindowSta
     steps.giveTreeItsImages();
     if (!state.Main)
         state.Main = std::make_unique<clsMain>(app);
+    state.Projects.clear(); // they may have been read before, for a project that was added meanwhile
     state.Main->loadAccount(state.Projects);
     steps.showProjects();
     if (!state.Projects.isEmpty()) {

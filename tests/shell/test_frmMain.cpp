@@ -301,6 +301,12 @@ TEST_F(MainWindow, comesUpEmptyWithoutACatalogueAndKeepsTheProjects)
     whenModal<frmAccount>([](frmAccount &dialog) { dialog.reject(); });
     window->give(Command::NewProject);
     EXPECT_EQ(world.read(u"project.dat"_s), "[Accounts]\r\n1=Shop\r\nLast=1\r\n");
+    world.writeEngineData("[Markets]\r\n1=Global\r\n[Global]\r\n1=Zeta\r\n"
+                          "[Zeta]\r\nEngineURL=http://zeta.example/find\r\n");
+    whenModal<QDialog>([](QDialog &dialog) { dialog.reject(); });
+    window->give(Command::UpdateEngineData);
+    EXPECT_EQ(projects().count(), 1) << "once, although the list has been read twice";
+    EXPECT_TRUE(enabled(Command::LookupAll));
 }
 
 TEST_F(MainWindow, staysUntilBothQuestionsOfItsEndAreAnswered)

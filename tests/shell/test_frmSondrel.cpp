@@ -248,6 +248,13 @@ TEST_F(KeywordGrid, goesToItsEndsByHomeAndEnd)
     EXPECT_EQ(grid().selectionModel()->selectedRows().size(), 3);
 }
 
+TEST_F(KeywordGrid, hasTheKeyboardAtTheStart)
+{
+    EXPECT_TRUE(grid().hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    EXPECT_TRUE(enabled(Command::CopyKeywords)) << "a row has been selected";
+}
+
 TEST_F(KeywordGrid, selectsThePositionsOfAUrl)
 {
     world.write(u"Results/Zeta/boots.dat"_s, Listings);
