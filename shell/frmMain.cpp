@@ -164,6 +164,8 @@ void frmMain::changeEvent(QEvent *event)
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::WindowStateChange && isMinimized() && !m_closing)
         m_tmrTrayIcon->setEnabled(true);
+    if (event->type() == QEvent::StyleChange && m_toolBar)
+        followToolButtonStyle();
 }
 
 void frmMain::resizeEvent(QResizeEvent *event)

@@ -99,6 +99,7 @@ private:
     // Building.
     void buildMenus();
     void buildToolBar();
+    void followToolButtonStyle();
     QWidget *newLeftPane();
     void buildPanes();
     QToolButton *addToolButton(const QString &name, QAction *action);

@@ -18,6 +18,7 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QStackedWidget>
+#include <QStyle>
 #include <QToolBar>
 #include <QToolButton>
 #include <QTreeWidget>
@@ -135,7 +136,7 @@ void frmMain::buildToolBar()
     using C = Command;
     m_toolBar = addToolBar(tr("Tool bar"));
     m_toolBar->setObjectName(u"tlbToolbar"_s);
-    m_toolBar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    followToolButtonStyle();
     m_toolBar->setIconSize({24, 24});
     m_toolBar->setMovable(false);
     m_toolBar->setContextMenuPolicy(Qt::PreventContextMenu); // it could only hide the bar
@@ -160,6 +161,15 @@ void frmMain::buildToolBar()
     addToolButton(u"Stats"_s, m_stats);
     m_toolBar->addSeparator();
     addToolButton(u"Help"_s, tr("Help"), C::HelpContents);
+}
+
+// The text under the icon, unless the desktop has something to say. Bare icons are what the toolkit gives
+// where it has nothing.
+void frmMain::followToolButtonStyle()
+{
+    const auto wanted =
+        static_cast<Qt::ToolButtonStyle>(style()->styleHint(QStyle::SH_ToolButtonStyle, nullptr, this));
+    m_toolBar->setToolButtonStyle(wanted == Qt::ToolButtonIconOnly ? Qt::ToolButtonTextUnderIcon : wanted);
 }
 
 QWidget *frmMain::newLeftPane()

@@ -5,6 +5,7 @@
 #include <QAccessible>
 #include <QMenu>
 #include <QMenuBar>
+#include <QProxyStyle>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -54,6 +55,41 @@ protected:
         return result;
     }
 };
+
+// What a desktop says of tool buttons.
+class DesktopStyle final : public QProxyStyle
+{
+public:
+    explicit DesktopStyle(Qt::ToolButtonStyle wanted) : QProxyStyle(u"Fusion"_s), m_wanted(wanted) {}
+
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *data) const override
+    {
+        return hint == SH_ToolButtonStyle ? static_cast<int>(m_wanted)
+                                          : QProxyStyle::styleHint(hint, option, widget, data);
+    }
+
+private:
+    Qt::ToolButtonStyle m_wanted;
+};
+
+TEST_F(MainMenus, followTheDesktopWithTheToolButtons)
+{
+    writeShop();
+    open();
+    auto &bar = control<QToolBar>(*window, u"tlbToolbar"_s);
+    const std::vector<std::pair<Qt::ToolButtonStyle, Qt::ToolButtonStyle>> shown{
+        {Qt::ToolButtonTextBesideIcon, Qt::ToolButtonTextBesideIcon},
+        {Qt::ToolButtonTextOnly, Qt::ToolButtonTextOnly},
+        {Qt::ToolButtonIconOnly, Qt::ToolButtonTextUnderIcon}}; // the toolkit's when the desktop is silent
+    for (const auto &[wanted, given] : shown) {
+        DesktopStyle style(wanted);
+        window->setStyle(&style);
+        EXPECT_EQ(bar.toolButtonStyle(), given);
+        EXPECT_EQ(button(u"LookUp"_s).toolButtonStyle(), given);
+        window->setStyle(nullptr);
+    }
+}
 
 TEST_F(MainMenus, haveTheirItemsInOrder)
 {
