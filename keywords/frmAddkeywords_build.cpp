@@ -93,8 +93,9 @@ QWidget *frmAddkeywords::buildFile()
     auto *row = new QHBoxLayout;
     row->addWidget(newCaption(tr("Delimited Character:"), m_separetor));
     row->addWidget(m_separetor, 1);
-    row->addWidget(m_import);
     layout->addLayout(row);
+    // In a row of its own, so that a narrow screen leaves the list its width.
+    layout->addWidget(m_import, 0, Qt::AlignRight);
     layout->addStretch();
     m_import->setAccessibleName(tr("Import"));
     return page;
