@@ -1,5 +1,6 @@
 // The yardstick of the start: a window of the toolkit with the widgets of the main window, and nothing in
 // them.
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QHeaderView>
@@ -9,6 +10,7 @@
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QSplitter>
+#include <QStackedLayout>
 #include <QStackedWidget>
 #include <QStandardItemModel>
 #include <QStatusBar>
@@ -24,10 +26,13 @@ namespace {
 
 void addMenus(QMainWindow &window)
 {
-    constexpr std::array Items{7, 6, 2, 2, 4, 5, 4};
-    for (const int count : Items) {
-        QMenu *menu = window.menuBar()->addMenu(QStringLiteral("&Menu"));
-        for (int i = 0; i < count; ++i)
+    constexpr std::array Items{7, 6, 2, 2, 4, 5, 4, 2};
+    constexpr std::size_t Popup = 7; // of the tree, which the bar does not show
+    for (std::size_t number = 0; number < Items.size(); ++number) {
+        auto *menu = new QMenu(QStringLiteral("&Menu"), &window);
+        if (number != Popup)
+            window.menuBar()->addMenu(menu);
+        for (int i = 0; i < Items[number]; ++i)
             menu->addAction(QStringLiteral("Command"));
     }
 }
@@ -38,8 +43,8 @@ void addToolBar(QMainWindow &window)
     QToolBar *bar = window.addToolBar(QStringLiteral("Tools"));
     bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     for (const int items : Menus) {
-        auto *button = new QToolButton;
-        button->setText(QStringLiteral("Button"));
+        auto *button = new QToolButton(bar);
+        button->setDefaultAction(new QAction(QStringLiteral("Button"), bar));
         button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
         if (items > 0) {
             auto *menu = new QMenu(button);
@@ -63,17 +68,44 @@ QWidget *leftPane()
     layout->addWidget(new QLabel(QStringLiteral("Project")));
     layout->addLayout(row);
     layout->addWidget(new QTreeWidget, 3);
-    layout->addWidget(new QLabel(QStringLiteral("URLs")));
-    layout->addWidget(new QTreeWidget, 1);
+    auto *urlRow = new QHBoxLayout;
+    urlRow->addWidget(new QLabel(QStringLiteral("URLs")), 1);
+    urlRow->addWidget(new QToolButton);
+    layout->addLayout(urlRow);
+    layout->addWidget(new QTreeWidget, 2);
     return pane;
+}
+
+// What an empty area shows instead of its list.
+QWidget *hint()
+{
+    auto *page = new QWidget;
+    auto *layout = new QVBoxLayout(page);
+    layout->addWidget(new QLabel);
+    layout->addWidget(new QToolButton);
+    return page;
 }
 
 QWidget *table(int columns)
 {
+    auto *place = new QWidget;
+    auto *stack = new QStackedLayout(place);
     auto *view = new QTableView;
     view->setModel(new QStandardItemModel(0, columns, view));
     view->verticalHeader()->hide();
-    return view;
+    stack->addWidget(view);
+    stack->addWidget(hint());
+    return place;
+}
+
+void addPanels(QStatusBar &bar)
+{
+    bar.addWidget(new QLabel);
+    bar.addWidget(new QLabel, 1);
+    bar.addPermanentWidget(new QLabel);
+    bar.addPermanentWidget(new QProgressBar);
+    bar.addPermanentWidget(new QLabel);
+    bar.addPermanentWidget(new QLabel);
 }
 
 } // namespace
@@ -90,13 +122,12 @@ int main(int argc, char **argv)
     right->addWidget(table(3));
     auto *stack = new QStackedWidget;
     stack->addWidget(right);
+    stack->addWidget(hint());
     auto *whole = new QSplitter;
     whole->addWidget(leftPane());
     whole->addWidget(stack);
     window.setCentralWidget(whole);
-    for (int i = 0; i < 4; ++i)
-        window.statusBar()->addPermanentWidget(new QLabel);
-    window.statusBar()->addPermanentWidget(new QProgressBar);
+    addPanels(*window.statusBar());
     window.resize(1100, 720);
     window.show();
     return QApplication::exec();

@@ -29,9 +29,8 @@ bool IsCollectionItem(ApplicationContext &app, const QString &text, const Collec
     reportFailure(app, u"modCommon_IsCollectionItem error:  "_s, [&] {
         if (!collection || collection->isEmpty())
             return;
-        const QString wanted = folded(text);
         for (const QString &item : *collection) {
-            if (folded(trimBlanks(item)) == wanted) {
+            if (equalsIgnoringCase(trimBlanks(item), text)) {
                 found = true;
                 return;
             }

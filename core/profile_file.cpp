@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -86,12 +87,7 @@ ProfileFile::ProfileFile(const CodePage &codePage, QByteArrayView bytes)
         m_start = ByteOrderMark.size();
         m_codePage = CodePage::find(Utf8).get(); // known pages live as long as the program
     }
-    for (int byte = 0; byte < 256; ++byte) {
-        const char single = static_cast<char>(byte);
-        const QString text = m_codePage->isSingleByte() ? m_codePage->fromBytes(QByteArrayView(&single, 1))
-                                                        : QString(QChar(byte));
-        m_foldedByte[static_cast<std::size_t>(byte)] = foldCase(text[0].unicode());
-    }
+    foldBytes();
     parse();
 }
 
@@ -100,16 +96,62 @@ ProfileFile ProfileFile::load(ApplicationContext &app, const QString &path)
     return ProfileFile(app.codePage(), readIfThere(app.files, path).value_or(QByteArray()));
 }
 
+// What each byte of a name folds to. Bytes above ASCII of a page whose characters have several are never
+// asked for.
+void ProfileFile::foldBytes()
+{
+    std::array<char, 256> bytes;
+    std::iota(reinterpret_cast<unsigned char *>(bytes.begin()),
+              reinterpret_cast<unsigned char *>(bytes.end()), static_cast<unsigned char>(0));
+    const QString text = m_codePage->isSingleByte()
+                             ? m_codePage->fromBytes(QByteArrayView(bytes.data(), bytes.size()))
+                             : QString();
+    for (std::size_t byte = 0; byte < bytes.size(); ++byte)
+        m_foldedByte[byte] = foldSeldom(text.isEmpty() ? static_cast<char16_t>(byte)
+                                                       : text[static_cast<qsizetype>(byte)].unicode());
+}
+
+// Only the headers are looked for; the lines of a section are told apart when somebody asks for them.
 void ProfileFile::parse()
 {
-    m_sections.emplace_back();
-    const qsizetype size = m_bytes.size();
+    m_sections.emplace_back().begin = m_start;
+    const QByteArrayView all(m_bytes);
     qsizetype lineFeed = -1;
-    for (qsizetype begin = m_start; begin < size;) {
-        const qsizetype end = endOfLine(begin, lineFeed);
-        addLine(begin, end);
-        begin = end;
+    if (m_start < all.size()) {
+        const Line first{m_start, -1, endOfLine(m_start, lineFeed)};
+        if (const qsizetype size = contentOf(first).size(); m_start + size < first.end)
+            m_lineEnd = m_bytes.sliced(m_start + size, first.end - m_start - size);
     }
+    for (qsizetype bracket = all.indexOf('[', m_start); bracket >= 0;) {
+        qsizetype next = bracket + 1;
+        if (const qsizetype begin = behindBlanks(bracket); begin >= 0) {
+            const Line line{begin, -1, endOfLine(begin, lineFeed)};
+            if (const auto name = sectionName(trimmed(contentOf(line)))) {
+                m_sections.back().end = begin;
+                addSection(line, *name);
+                m_sections.back().begin = line.end;
+            }
+            next = line.end;
+        }
+        bracket = next < all.size() ? all.indexOf('[', next) : -1;
+    }
+    m_sections.back().end = all.size();
+}
+
+// Where the line begins of which the blanks in front of the place are all; -1 when there is more.
+qsizetype ProfileFile::behindBlanks(qsizetype place) const
+{
+    while (place > m_start && isBlank(m_bytes[place - 1]))
+        --place;
+    return place == m_start || isLineEnd(m_bytes[place - 1]) ? place : -1;
+}
+
+void ProfileFile::splitIntoLines(int section) const
+{
+    const qsizetype end = m_sections[static_cast<std::size_t>(section)].end;
+    qsizetype lineFeed = -1;
+    while (m_sections[static_cast<std::size_t>(section)].begin < end)
+        addLine(section, endOfLine(m_sections[static_cast<std::size_t>(section)].begin, lineFeed));
 }
 
 // Behind the line's end: CR LF, LF, or CR alone. lineFeed remembers the next LF, so that none is sought
@@ -127,25 +169,21 @@ qsizetype ProfileFile::endOfLine(qsizetype begin, qsizetype &lineFeed) const
     return std::min(lineFeed + 1, m_bytes.size());
 }
 
-void ProfileFile::addLine(qsizetype begin, qsizetype end)
+// The next line of a section goes from its bytes to its lines.
+void ProfileFile::addLine(int inSection, qsizetype end) const
 {
-    Line line{begin, -1, end};
+    Section &section = m_sections[static_cast<std::size_t>(inSection)];
+    Line line{section.begin, -1, end};
     const QByteArrayView content = contentOf(line);
-    if (begin == m_start && begin + content.size() < end)
-        m_lineEnd = m_bytes.sliced(begin + content.size(), end - begin - content.size());
     const QByteArrayView text = trimmed(content);
-    if (const auto name = sectionName(text)) {
-        addSection(line, *name);
-        return;
-    }
     if (!text.isEmpty() && text.front() != ';') {
         if (const qsizetype equals = content.indexOf('='); equals >= 0)
-            line.equals = begin + equals;
+            line.equals = section.begin + equals;
     }
-    Section &section = m_sections.back();
+    section.begin = end;
     section.lines.push_back(line);
-    if (line.equals >= 0 && m_sections.size() > 1) // no section, no key
-        indexKey(static_cast<int>(m_sections.size()) - 1, static_cast<int>(section.lines.size()) - 1);
+    if (line.equals >= 0 && inSection > 0) // no section, no key
+        indexKey(inSection, static_cast<int>(section.lines.size()) - 1);
 }
 
 void ProfileFile::addSection(Line header, QByteArrayView name)
@@ -154,7 +192,7 @@ void ProfileFile::addSection(Line header, QByteArrayView name)
     const QString text(reinterpret_cast<const QChar *>(key.constData()), key.size());
     if (!m_sectionByName.contains(text))
         m_sectionByName.insert(text, static_cast<int>(m_sections.size()));
-    m_sections.push_back({header, {}});
+    m_sections.push_back({header, 0, 0, {}});
 }
 
 // The line without its end.
@@ -246,13 +284,14 @@ std::size_t ProfileFile::slotOf(int section, const FoldedName &name, std::size_t
 
 const ProfileFile::Line *ProfileFile::findKey(int section, const FoldedName &name) const
 {
+    splitIntoLines(section);
     if (m_slots.empty())
         return nullptr;
     const int key = m_slots[slotOf(section, name, hashOf(section, name))];
     return key < 0 ? nullptr : &lineOf(m_keys[static_cast<std::size_t>(key)]);
 }
 
-void ProfileFile::indexKey(int section, int line)
+void ProfileFile::indexKey(int section, int line) const
 {
     if (2 * (m_keys.size() + 1) > m_slots.size())
         growIndex();
@@ -266,7 +305,7 @@ void ProfileFile::indexKey(int section, int line)
     m_keys.push_back(key);
 }
 
-void ProfileFile::growIndex()
+void ProfileFile::growIndex() const
 {
     constexpr std::size_t FirstSize = 64; // a power of two, as all that follow
     constexpr std::size_t Growth = 4;
@@ -313,6 +352,7 @@ std::vector<qint64> ProfileFile::numberedKeys(const QString &section, double las
     const int inSection = findSection(foldedText(section));
     if (inSection < 0)
         return numbers;
+    splitIntoLines(inSection);
     for (const Line &line : m_sections[static_cast<std::size_t>(inSection)].lines) {
         const qint64 number = line.equals < 0 ? 0 : wholeNumber(nameOf(line));
         if (number > 0 && static_cast<double>(number) <= last)
@@ -356,6 +396,7 @@ int ProfileFile::sectionToWrite(const QByteArray &name)
 {
     if (const int known = findSection(folded(name)); known >= 0)
         return known;
+    splitIntoLines(static_cast<int>(m_sections.size()) - 1);
     Section &last = m_sections.back();
     closeLine(last.lines.empty() ? last.header : last.lines.back());
     addSection(appended('[' + name + ']' + m_lineEnd), name);
@@ -396,6 +437,7 @@ QByteArray ProfileFile::bytes() const
     for (const Section &section : m_sections) {
         add(section.header);
         std::for_each(section.lines.begin(), section.lines.end(), add);
+        add({section.begin, -1, section.end});
     }
     return result;
 }

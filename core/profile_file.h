@@ -17,7 +17,8 @@ namespace sondrel {
 /// An INI-form file in memory, read and changed key by key: sections in square brackets, "key=value" lines,
 /// in the system code page. Names ignore case and blanks round them; the first of equal sections and keys
 /// wins; a value wholly in quotation marks loses them. A file that begins with the byte order mark of UTF-8
-/// is one of UTF-8. It is parsed once; lines that are not changed stay as they are.
+/// is one of UTF-8. A section is parsed when it is first asked for; lines that are not changed stay as they
+/// are.
 class ProfileFile
 {
 public:
@@ -69,7 +70,9 @@ private:
     };
     struct Section
     {
-        Line header; // empty for the lines before the first header
+        Line header;         // empty for the lines before the first header
+        qsizetype begin = 0; // of the bytes that are not yet told apart
+        qsizetype end = 0;
         std::vector<Line> lines;
     };
     struct Key
@@ -80,9 +83,12 @@ private:
     };
     using FoldedName = QVarLengthArray<char16_t, 64>;
 
+    void foldBytes();
     void parse();
     qsizetype endOfLine(qsizetype begin, qsizetype &lineFeed) const;
-    void addLine(qsizetype begin, qsizetype end);
+    qsizetype behindBlanks(qsizetype place) const;
+    void splitIntoLines(int section) const;
+    void addLine(int inSection, qsizetype end) const;
     void addSection(Line header, QByteArrayView name);
     QByteArrayView contentOf(const Line &line) const;
     QByteArrayView nameOf(const Line &line) const;
@@ -95,8 +101,8 @@ private:
     int findSection(const FoldedName &name) const;
     const Line *findKey(int section, const FoldedName &name) const;
     std::size_t slotOf(int section, const FoldedName &name, std::size_t hash) const;
-    void indexKey(int section, int line);
-    void growIndex();
+    void indexKey(int section, int line) const;
+    void growIndex() const;
 
     Line appended(const QByteArray &text, qsizetype equals = -1);
     void closeLine(Line &line);
@@ -109,10 +115,10 @@ private:
     qsizetype m_start = 0; // behind a byte order mark
     QByteArray m_lineEnd{"\r\n"};
     std::array<char16_t, 256> m_foldedByte;
-    std::vector<Section> m_sections;
+    mutable std::vector<Section> m_sections; // with what is parsed later, as the two below
     QHash<QString, int> m_sectionByName;
-    std::vector<Key> m_keys;
-    std::vector<int> m_slots; // open addressing: a position in m_keys, or -1
+    mutable std::vector<Key> m_keys;
+    mutable std::vector<int> m_slots; // open addressing: a position in m_keys, or -1
 };
 
 } // namespace sondrel

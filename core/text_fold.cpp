@@ -10,16 +10,24 @@ namespace sondrel {
 
 namespace {
 
-// One table for all units: a page is folded once, so this is the program's hottest look-up.
+// One table for all units: a page is folded once, so this is the program's hottest look-up. The first unit
+// above ASCII makes it; most starts of the program do without.
 const std::array<char16_t, 0x10000> &foldTable()
 {
     static const auto table = [] {
         std::array<char16_t, 0x10000> units{};
         for (char32_t unit = 0; unit < units.size(); ++unit)
-            units[unit] = static_cast<char16_t>(QChar::toCaseFolded(unit));
+            units[unit] = foldSeldom(static_cast<char16_t>(unit));
         return units;
     }();
     return table;
+}
+
+char16_t foldUnit(char16_t unit)
+{
+    if (unit < 0x80)
+        return static_cast<char16_t>(unit >= u'A' && unit <= u'Z' ? unit + 32 : unit);
+    return foldTable()[unit];
 }
 
 // Pages are folded and searched in blocks: the loops over one have no way out but their end, so that the
@@ -96,13 +104,17 @@ SONDREL_INLINE qsizetype indexOf(const Unit *units, qsizetype size, const Unit *
 
 char16_t foldCase(char16_t unit)
 {
-    return foldTable()[unit];
+    return foldUnit(unit);
+}
+
+char16_t foldSeldom(char16_t unit)
+{
+    return static_cast<char16_t>(QChar::toCaseFolded(char32_t{unit}));
 }
 
 QString folded(QStringView text)
 {
     QString result(text.size(), Qt::Uninitialized);
-    const auto &table = foldTable();
     const char16_t *in = text.utf16();
     auto *out = reinterpret_cast<char16_t *>(result.data());
     const char16_t *const end = in + text.size();
@@ -110,9 +122,10 @@ QString folded(QStringView text)
         if (isAscii(in))
             foldAscii<char16_t>(in, out);
         else
-            std::transform(in, in + Block, out, [&](char16_t unit) { return table[unit]; });
+            std::transform(in, in + Block, out,
+                           [&table = foldTable()](char16_t unit) { return table[unit]; });
     }
-    std::transform(in, end, out, [&](char16_t unit) { return table[unit]; });
+    std::transform(in, end, out, foldUnit);
     return result;
 }
 
@@ -150,9 +163,8 @@ bool startsWithIgnoringCase(QStringView text, QStringView prefix)
 {
     if (text.size() < prefix.size())
         return false;
-    const auto &table = foldTable();
     for (qsizetype i = 0; i < prefix.size(); ++i) {
-        if (table[text[i].unicode()] != table[prefix[i].unicode()])
+        if (foldUnit(text[i].unicode()) != foldUnit(prefix[i].unicode()))
             return false;
     }
     return true;
@@ -163,10 +175,9 @@ qsizetype indexOfIgnoringCase(QStringView text, QStringView needle, qsizetype fr
     const qsizetype last = text.size() - needle.size();
     if (needle.isEmpty())
         return from <= text.size() ? from : -1;
-    const auto &table = foldTable();
-    const char16_t first = table[needle[0].unicode()];
+    const char16_t first = foldUnit(needle[0].unicode());
     for (qsizetype i = from; i <= last; ++i) {
-        if (table[text[i].unicode()] == first && startsWithIgnoringCase(text.sliced(i), needle))
+        if (foldUnit(text[i].unicode()) == first && startsWithIgnoringCase(text.sliced(i), needle))
             return i;
     }
     return -1;

@@ -13,6 +13,9 @@ namespace sondrel {
 /// that lengths and positions of a folded text are those of the text.
 char16_t foldCase(char16_t unit);
 
+/// The same for those who fold few units: slower, but without the table that foldCase makes first.
+char16_t foldSeldom(char16_t unit);
+
 /// The text with every unit folded.
 QString folded(QStringView text);
 

@@ -1,13 +1,13 @@
 #include "engines/clsEngine.h"
 
 #include "core/existing_file.h"
-#include "core/profile_file.h"
 #include "core/text_fold.h"
 #include "core/values.h"
 #include "engines/numbered_list.h"
 
 #include <array>
 #include <limits>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -69,9 +69,52 @@ const auto &textKeys()
     return keys;
 }
 
+bool isBlank(char byte)
+{
+    return byte == ' ' || byte == '\t';
+}
+
+// Whether the bytes end in the key and nothing else stands before it in its line.
+bool endInKey(QByteArrayView bytes, QByteArrayView key)
+{
+    constexpr char CaseBit = 0x20;
+    if (bytes.size() < key.size() || (bytes.back() | CaseBit) != (key.back() | CaseBit) ||
+        qstrnicmp(bytes.data() + bytes.size() - key.size(), key.size(), key.data(), key.size()) != 0)
+        return false;
+    bytes.chop(key.size());
+    while (!bytes.isEmpty() && isBlank(bytes.back()))
+        bytes.chop(1);
+    return bytes.isEmpty() || bytes.back() == '\n' || bytes.back() == '\r';
+}
+
+bool isPlainNumber(QByteArrayView bytes)
+{
+    constexpr qsizetype MostDigits = 4; // all such numbers fit
+    qsizetype digits = 0;
+    while (digits < bytes.size() && bytes[digits] >= '0' && bytes[digits] <= '9')
+        ++digits;
+    return digits <= MostDigits && (digits == bytes.size() || bytes[digits] == '\r' || bytes[digits] == '\n');
+}
+
+// Whether a number in the file may be too big for its engine. Most files can be cleared of that without a
+// reading of their engines.
+bool holdsOddNumbers(QByteArrayView file)
+{
+    for (qsizetype equals = file.indexOf('='); equals >= 0; equals = file.indexOf('=', equals + 1)) {
+        QByteArrayView before = file.first(equals);
+        while (!before.isEmpty() && isBlank(before.back()))
+            before.chop(1);
+        if ((endInKey(before, "Start") || endInKey(before, "PerPage")) &&
+            !isPlainNumber(file.sliced(equals + 1)))
+            return true;
+    }
+    return false;
+}
+
+// Of folded names.
 QString pairKey(const QString &market, const QString &name)
 {
-    return folded(market) + QChar() + folded(name);
+    return market + QChar() + name;
 }
 
 } // namespace
@@ -95,6 +138,7 @@ EngineRow readEngineRow(const ProfileFile &file, const QString &name)
 bool clsEngine::loadEngineData()
 {
     m_rows.clear();
+    m_files.clear();
     m_firstByName.clear();
     m_marketNames.clear();
     m_defaultEngineNum = 0;
@@ -131,35 +175,39 @@ bool clsEngine::loadEngineData()
 
 void clsEngine::LoadEngineFile(const QByteArray &bytes)
 {
-    const ProfileFile file(m_app.codePage(), bytes);
+    const ProfileFile &file = *m_files.emplace_back(std::make_unique<ProfileFile>(m_app.codePage(), bytes));
+    const bool odd = holdsOddNumbers(bytes);
     QSet<QString> marketsRead;
-    QHash<QString, std::size_t> rowOfSection; // an engine of several markets has one section
     for (const QString &market : unbrokenList(file, Markets)) {
-        if (marketsRead.contains(folded(market)))
+        const QString foldedMarket = folded(market);
+        if (marketsRead.contains(foldedMarket))
             continue; // all its engines are in the table
-        marketsRead.insert(folded(market));
+        marketsRead.insert(foldedMarket);
         for (const QString &engine : unbrokenList(file, market)) {
-            if (IsEngineExist(market, engine))
+            if (m_rows.empty())
+                IsEngineExist(market, engine); // logs that there is none to ask for
+            if (m_marketNames.contains(pairKey(foldedMarket, folded(engine))))
                 continue;
-            const auto known = rowOfSection.constFind(folded(engine));
-            EngineRow row = known == rowOfSection.constEnd() ? readEngineRow(file, engine) : m_rows[*known];
-            rowOfSection.insert(folded(engine), m_rows.size());
-            row.Market = market;
-            row.EngineName = trimBlanks(engine).toString();
-            addRow(std::move(row));
+            if (odd)
+                readEngineRow(file, engine); // throws where a number does not fit
+            addRow(market, foldedMarket, trimBlanks(engine).toString(), file);
         }
     }
 }
 
-void clsEngine::addRow(EngineRow row)
+void clsEngine::addRow(const QString &market, const QString &foldedMarket, const QString &name,
+                       const ProfileFile &file)
 {
     if (m_rows.size() >= static_cast<std::size_t>(std::numeric_limits<qint16>::max()))
         throw Failure(u"Overflow: the catalogue holds more engines than can be counted"_s);
-    const QString name = folded(row.EngineName);
-    m_marketNames.insert(pairKey(row.Market, row.EngineName));
-    m_rows.push_back(std::move(row));
-    if (!m_firstByName.contains(name))
-        m_firstByName.insert(name, GetEngineCount());
+    const QString foldedName = folded(name);
+    m_marketNames.insert(pairKey(foldedMarket, foldedName));
+    Entry &added = m_rows.emplace_back();
+    added.row.Market = market;
+    added.row.EngineName = name;
+    added.unread = &file;
+    if (!m_firstByName.contains(foldedName))
+        m_firstByName.insert(foldedName, GetEngineCount());
 }
 
 qint16 clsEngine::GetEngineCount() const
@@ -181,7 +229,7 @@ const EngineRow *clsEngine::firstOf(const QString &name) const
 std::optional<Collection<QString>> clsEngine::GetEngineNameMarketCol() const
 {
     Collection<QString> result;
-    for (const EngineRow &row : m_rows) {
+    for (const auto &[row, unread] : m_rows) {
         const QString name = trimBlanks(row.EngineName).toString();
         if (result.HasKey(name))
             return std::nullopt;
@@ -196,7 +244,7 @@ bool clsEngine::IsEngineExist(const QString &market, const QString &name) const
     reportFailure(m_app, u"IsEngineExist_Error: "_s, [&] {
         if (m_rows.empty())
             throw Failure(u"The table of engines is empty"_s);
-        found = m_marketNames.contains(pairKey(market, name));
+        found = m_marketNames.contains(pairKey(folded(market), folded(name)));
     });
     return found;
 }
@@ -234,7 +282,15 @@ const EngineRow &clsEngine::row(qint16 index) const
 {
     if (index < 1 || index > GetEngineCount())
         throw Failure(u"There is no engine %1 in the catalogue"_s.arg(index));
-    return m_rows[static_cast<std::size_t>(index - 1)];
+    Entry &entry = m_rows[static_cast<std::size_t>(index - 1)];
+    if (entry.unread) {
+        EngineRow read = readEngineRow(*entry.unread, entry.row.EngineName);
+        read.Market = entry.row.Market;
+        read.EngineName = entry.row.EngineName;
+        entry.row = std::move(read);
+        entry.unread = nullptr;
+    }
+    return entry.row;
 }
 
 } // namespace sondrel

@@ -3,11 +3,14 @@
 
 #include "core/application_context.h"
 #include "core/collection.h"
+#include "core/profile_file.h"
 
 #include <QHash>
 #include <QSet>
 
+#include <deque>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -59,8 +62,6 @@ struct EngineRow
     QString begineKeywordSection;
     QString endKeywordSection;
 };
-
-class ProfileFile;
 
 /// What a file's section of that name defines; an empty row when there is none. Market and EngineName stay
 /// empty.
@@ -132,11 +133,19 @@ public:
 
 private:
     void LoadEngineFile(const QByteArray &bytes);
-    void addRow(EngineRow row);
+    void addRow(const QString &market, const QString &foldedMarket, const QString &name,
+                const ProfileFile &file);
     const EngineRow *firstOf(const QString &name) const;
 
     ApplicationContext &m_app;
-    std::vector<EngineRow> m_rows;
+    struct Entry
+    {
+        EngineRow row;                       // market and name alone at first
+        const ProfileFile *unread = nullptr; // whose section holds the rest
+    };
+
+    std::vector<std::unique_ptr<ProfileFile>> m_files;
+    mutable std::deque<Entry> m_rows;    // few engines of a large catalogue are ever asked for
     QHash<QString, qint16> m_firstByName; // folded names
     QSet<QString> m_marketNames;          // folded market, NUL, folded name
     qint16 m_defaultEngineNum = 0;
