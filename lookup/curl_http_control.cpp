@@ -2,6 +2,7 @@
 
 #include "core/failure.h"
 #include "lookup/curl_multi.h"
+#include "lookup/curl_on_demand.h"
 #include "lookup/received_body.h"
 
 #include <curl/curl.h>
@@ -211,14 +212,13 @@ private:
 
 CurlTransport::CurlTransport(TextEncoder encode) : m_encode(std::move(encode))
 {
-    if (curl_global_init(CURL_GLOBAL_DEFAULT) != CURLE_OK)
-        throw Failure(u"Cannot start libcurl"_s);
     // A connection that the other side has closed is an error of its transfer, not the end of the program.
     std::signal(SIGPIPE, SIG_IGN);
 }
 
 std::unique_ptr<HttpPool> CurlTransport::createPool()
 {
+    needCurl();
     return std::make_unique<CurlPool>(m_encode);
 }
 

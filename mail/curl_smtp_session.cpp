@@ -1,6 +1,7 @@
 #include "mail/curl_smtp_session.h"
 
 #include "core/failure.h"
+#include "lookup/curl_on_demand.h"
 #include "mail/smtp_worker.h"
 
 #include <utility>
@@ -94,11 +95,7 @@ void CurlSession::onDone(qint32 task, qint16 error, const QString &text)
 
 } // namespace
 
-CurlSmtpTransport::CurlSmtpTransport(SmtpOptions options) : m_options(std::move(options))
-{
-    if (curl_global_init(CURL_GLOBAL_DEFAULT) != CURLE_OK)
-        throw Failure(u"The transfer library cannot be started"_s);
-}
+CurlSmtpTransport::CurlSmtpTransport(SmtpOptions options) : m_options(std::move(options)) {}
 
 CurlSmtpTransport::~CurlSmtpTransport()
 {
@@ -110,6 +107,7 @@ CurlSmtpTransport::~CurlSmtpTransport()
 
 std::unique_ptr<SmtpSession> CurlSmtpTransport::createSession()
 {
+    needCurl(); // here, since its thread has nobody to tell
     return std::make_unique<CurlSession>(*this);
 }
 
