@@ -179,22 +179,24 @@ class NotificationArea(ProgramTest):
     def setUpClass(cls):
         super().setUpClass()
         cls.run_beside(lambda: cls.screen.do("get_num_desktops"), "openbox")
-        # A panel that comes before the window manager ends at once.
-        cls.run_beside(lambda: cls.screen.find("^panel$"), "trayer", "--edge", "top", "--align",
-                       "right", "--widthtype", "pixel", "--width", "100", "--height", "28", "--expand", "false",
-                       "--SetDockType", "true")
+        cls.run_beside(lambda: cls.screen.find("^panel$"), "trayer", "--edge", "top", "--align", "right", "--widthtype",
+                       "pixel", "--width", "100", "--height", "28", "--expand", "false", "--SetDockType", "true")
 
     @classmethod
     def run_beside(cls, is_there, *command):
-        """Runs a part of the desktop and waits until it is there."""
-        process = subprocess.Popen(command, env=cls.screen.environment, stdin=subprocess.DEVNULL,
-                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        cls.addClassCleanup(display.end, process)
-        deadline = time.monotonic() + PATIENCE
-        while not is_there():
-            if process.poll() is not None or time.monotonic() > deadline:
-                raise RuntimeError(f"{command[0]} did not come up, status {process.poll()}")
-            time.sleep(.05)
+        """Runs a part of the desktop and waits until it is there; the panel sometimes ends at once or never shows
+        itself, and then it is started anew."""
+        for _ in range(8):
+            process = subprocess.Popen(command, env=cls.screen.environment, stdin=subprocess.DEVNULL,
+                                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            cls.addClassCleanup(display.end, process)
+            deadline = time.monotonic() + PATIENCE / 8
+            while process.poll() is None and time.monotonic() < deadline:
+                if is_there():
+                    return
+                time.sleep(.05)
+            display.end(process)
+        raise RuntimeError(f"{command[0]} does not come up")
 
     def setUp(self):
         super().setUp()
