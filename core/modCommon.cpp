@@ -29,8 +29,9 @@ bool IsCollectionItem(ApplicationContext &app, const QString &text, const Collec
     reportFailure(app, u"modCommon_IsCollectionItem error:  "_s, [&] {
         if (!collection || collection->isEmpty())
             return;
+        const QString wanted = folded(text);
         for (const QString &item : *collection) {
-            if (equalsIgnoringCase(trimBlanks(item), text)) {
+            if (folded(trimBlanks(item)) == wanted) {
                 found = true;
                 return;
             }
