@@ -70,30 +70,17 @@ void sondrel::needCurl()
 #undef curl_share_setopt
 
 #define SONDREL_LOADED(name) static auto *const function = loaded<decltype(name)>(#name)
+#define SONDREL_FORWARDED(name, result, parameters, arguments)                                               \
+    result name parameters                                                                                   \
+    {                                                                                                        \
+        SONDREL_LOADED(name);                                                                                \
+        return function arguments;                                                                           \
+    }
 
-void curl_free(void *memory)
-{
-    SONDREL_LOADED(curl_free);
-    function(memory);
-}
-
-curl_slist *curl_slist_append(curl_slist *list, const char *text)
-{
-    SONDREL_LOADED(curl_slist_append);
-    return function(list, text);
-}
-
-void curl_slist_free_all(curl_slist *list)
-{
-    SONDREL_LOADED(curl_slist_free_all);
-    function(list);
-}
-
-CURL *curl_easy_init()
-{
-    SONDREL_LOADED(curl_easy_init);
-    return function();
-}
+SONDREL_FORWARDED(curl_free, void, (void *memory), (memory))
+SONDREL_FORWARDED(curl_slist_append, curl_slist *, (curl_slist * list, const char *text), (list, text))
+SONDREL_FORWARDED(curl_slist_free_all, void, (curl_slist * list), (list))
+SONDREL_FORWARDED(curl_easy_init, CURL *, (), ())
 
 CURLcode curl_easy_setopt(CURL *easy, CURLoption option, ...)
 {
@@ -115,29 +102,10 @@ CURLcode curl_easy_getinfo(CURL *easy, CURLINFO info, ...)
     return code;
 }
 
-CURLcode curl_easy_perform(CURL *easy)
-{
-    SONDREL_LOADED(curl_easy_perform);
-    return function(easy);
-}
-
-const char *curl_easy_strerror(CURLcode code)
-{
-    SONDREL_LOADED(curl_easy_strerror);
-    return function(code);
-}
-
-void curl_easy_cleanup(CURL *easy)
-{
-    SONDREL_LOADED(curl_easy_cleanup);
-    function(easy);
-}
-
-CURLM *curl_multi_init()
-{
-    SONDREL_LOADED(curl_multi_init);
-    return function();
-}
+SONDREL_FORWARDED(curl_easy_perform, CURLcode, (CURL * easy), (easy))
+SONDREL_FORWARDED(curl_easy_strerror, const char *, (CURLcode code), (code))
+SONDREL_FORWARDED(curl_easy_cleanup, void, (CURL * easy), (easy))
+SONDREL_FORWARDED(curl_multi_init, CURLM *, (), ())
 
 CURLMcode curl_multi_setopt(CURLM *multi, CURLMoption option, ...)
 {
@@ -149,41 +117,14 @@ CURLMcode curl_multi_setopt(CURLM *multi, CURLMoption option, ...)
     return code;
 }
 
-CURLMcode curl_multi_add_handle(CURLM *multi, CURL *easy)
-{
-    SONDREL_LOADED(curl_multi_add_handle);
-    return function(multi, easy);
-}
-
-CURLMcode curl_multi_remove_handle(CURLM *multi, CURL *easy)
-{
-    SONDREL_LOADED(curl_multi_remove_handle);
-    return function(multi, easy);
-}
-
-CURLMcode curl_multi_socket_action(CURLM *multi, curl_socket_t socket, int events, int *running)
-{
-    SONDREL_LOADED(curl_multi_socket_action);
-    return function(multi, socket, events, running);
-}
-
-CURLMsg *curl_multi_info_read(CURLM *multi, int *left)
-{
-    SONDREL_LOADED(curl_multi_info_read);
-    return function(multi, left);
-}
-
-CURLMcode curl_multi_cleanup(CURLM *multi)
-{
-    SONDREL_LOADED(curl_multi_cleanup);
-    return function(multi);
-}
-
-CURLSH *curl_share_init()
-{
-    SONDREL_LOADED(curl_share_init);
-    return function();
-}
+SONDREL_FORWARDED(curl_multi_add_handle, CURLMcode, (CURLM * multi, CURL *easy), (multi, easy))
+SONDREL_FORWARDED(curl_multi_remove_handle, CURLMcode, (CURLM * multi, CURL *easy), (multi, easy))
+SONDREL_FORWARDED(curl_multi_socket_action, CURLMcode,
+                  (CURLM * multi, curl_socket_t socket, int events, int *running),
+                  (multi, socket, events, running))
+SONDREL_FORWARDED(curl_multi_info_read, CURLMsg *, (CURLM * multi, int *left), (multi, left))
+SONDREL_FORWARDED(curl_multi_cleanup, CURLMcode, (CURLM * multi), (multi))
+SONDREL_FORWARDED(curl_share_init, CURLSH *, (), ())
 
 CURLSHcode curl_share_setopt(CURLSH *share, CURLSHoption option, ...)
 {
@@ -197,32 +138,12 @@ CURLSHcode curl_share_setopt(CURLSH *share, CURLSHoption option, ...)
     return code;
 }
 
-CURLSHcode curl_share_cleanup(CURLSH *share)
-{
-    SONDREL_LOADED(curl_share_cleanup);
-    return function(share);
-}
-
-CURLU *curl_url()
-{
-    SONDREL_LOADED(curl_url);
-    return function();
-}
-
-void curl_url_cleanup(CURLU *url)
-{
-    SONDREL_LOADED(curl_url_cleanup);
-    function(url);
-}
-
-CURLUcode curl_url_get(decltype(firstOf(&curl_url_get)) url, CURLUPart part, char **text, unsigned int flags)
-{
-    SONDREL_LOADED(curl_url_get);
-    return function(url, part, text, flags);
-}
-
-CURLUcode curl_url_set(CURLU *url, CURLUPart part, const char *text, unsigned int flags)
-{
-    SONDREL_LOADED(curl_url_set);
-    return function(url, part, text, flags);
-}
+SONDREL_FORWARDED(curl_share_cleanup, CURLSHcode, (CURLSH * share), (share))
+SONDREL_FORWARDED(curl_url, CURLU *, (), ())
+SONDREL_FORWARDED(curl_url_cleanup, void, (CURLU * url), (url))
+SONDREL_FORWARDED(curl_url_get, CURLUcode,
+                  (decltype(firstOf(&curl_url_get)) url, CURLUPart part, char **text, unsigned int flags),
+                  (url, part, text, flags))
+SONDREL_FORWARDED(curl_url_set, CURLUcode,
+                  (CURLU * url, CURLUPart part, const char *text, unsigned int flags),
+                  (url, part, text, flags))
