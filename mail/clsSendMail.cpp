@@ -35,7 +35,7 @@ QString logPath(ApplicationContext &app)
 
 QByteArray newMessageID(const QString &from)
 {
-    const std::vector<MailAddress> senders = parseAddresses(readableSender(firstLine(from)));
+    const std::vector<MailAddress> senders = parseAddresses(from);
     QByteArray host("localhost");
     if (!senders.empty() && senders.front().mailbox.contains(u'@')) {
         const QByteArray text = senders.front().mailbox.section(u'@', -1).toLatin1();
@@ -242,9 +242,9 @@ void clsSendMail::composeBody()
 
 void clsSendMail::composeHeaders()
 {
-    if (RequestRead)
-        m_message.DispositionNotificationTo = readableSender(firstLine(From));
     m_message.From = readableSender(firstLine(From));
+    if (RequestRead)
+        m_message.DispositionNotificationTo = m_message.From;
     m_message.ReplyTo = ReplyTo;
     m_message.To = m_recipient;
     m_message.Cc = CC;
@@ -262,7 +262,7 @@ void clsSendMail::composeHeaders()
     if (!level.isEmpty())
         m_message.ExtraHeaders.emplace_back("X-MSMail-Priority", level);
     m_message.Date = m_app.clock.now();
-    m_message.MessageID = newMessageID(From);
+    m_message.MessageID = newMessageID(m_message.From);
 }
 
 void clsSendMail::composeAttachments()
@@ -289,7 +289,7 @@ void clsSendMail::composeAttachments()
 std::shared_ptr<OutgoingMessage> clsSendMail::outgoing() const
 {
     auto message = std::make_shared<OutgoingMessage>();
-    const std::vector<MailAddress> senders = parseAddresses(readableSender(firstLine(From)));
+    const std::vector<MailAddress> senders = parseAddresses(m_message.From);
     if (!senders.empty())
         message->sender = wireMailbox(senders.front().mailbox);
     for (const QString &value : {m_recipient, CC}) {
