@@ -131,12 +131,17 @@ void frmOptimizer::showForm(const OptimizerForm &form)
     m_close->setEnabled(form.closeEnabled);
 }
 
+QString frmOptimizer::siteURL() const
+{
+    return enteredLine(m_site->currentText());
+}
+
 void frmOptimizer::press()
 {
     try {
         if (m_analysing)
             return; // the run has its text already
-        const QString text = enteredLine(m_site->currentText());
+        const QString text = siteURL();
         act(optimizerPress(app(), m_form, text), text);
     } catch (const std::exception &error) {
         const QString text = u"Optimizer_Error: "_s + errorText(error);
@@ -187,7 +192,7 @@ void frmOptimizer::Connect()
             throw Failure(u"There is no connection"_s);
         m_http->Object = this;
         app().desktop.beginWait();
-        const QString address = enteredLine(m_site->currentText());
+        const QString address = siteURL();
         showStatus(u"Please wait while connecting to : "_s + address + u" ...."_s);
         m_http->Connect1(address);
     });
@@ -210,7 +215,7 @@ void frmOptimizer::ProcessData(int, const QByteArray &body)
 
 void frmOptimizer::process(const QString &pageText)
 {
-    OptimizerRun run{enteredLine(m_site->currentText()), pageText, {}, {}, {}};
+    OptimizerRun run{siteURL(), pageText, {}, {}, {}};
     if (!pageText.isEmpty())
         app().desktop.beginWait();
     m_analysing = true;

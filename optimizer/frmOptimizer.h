@@ -50,6 +50,8 @@ private:
     void showStatus(const QString &text) override;
 
     void build();
+    /// What is to be judged, without what was pasted around it.
+    QString siteURL() const;
     void press();
     void act(OptimizerPress press, const QString &text);
     void remember(const QString &address);
