@@ -163,10 +163,10 @@ TEST_F(InstalledProgram, startsWithTheOldHelpWhereTheNewOneCannotBeWritten)
 
 TEST_F(InstalledProgram, findsItsDataFilesBehindLinks)
 {
-    write(folder.filePath(u"shared/menutemplate.html"_s), "menu");
-    write(folder.filePath(u"shared/qlteng4.dat"_s), "[Markets]");
+    write(folder.filePath(u"common/menutemplate.html"_s), "menu");
+    write(folder.filePath(u"common/qlteng4.dat"_s), "[Markets]");
     for (const QString &name : {u"menutemplate.html"_s, u"qlteng4.dat"_s})
-        ASSERT_TRUE(QFile::link(u"../shared/"_s + name, folders.program + u'/' + name));
+        ASSERT_TRUE(QFile::link(u"../common/"_s + name, folders.program + u'/' + name));
     start();
     EXPECT_EQ(read(appPath + u"/menutemplate.html"_s), "menu");
     EXPECT_FALSE(QFileInfo(appPath + u"/menutemplate.html"_s).isSymLink());
