@@ -145,7 +145,7 @@ private:
     };
 
     std::vector<std::unique_ptr<ProfileFile>> m_files;
-    mutable std::deque<Entry> m_rows;    // few engines of a large catalogue are ever asked for
+    mutable std::deque<Entry> m_rows;     // few engines of a large catalogue are ever asked for
     QHash<QString, qint16> m_firstByName; // folded names
     QSet<QString> m_marketNames;          // folded market, NUL, folded name
     qint16 m_defaultEngineNum = 0;
