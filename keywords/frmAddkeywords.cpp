@@ -87,6 +87,11 @@ void frmAddkeywords::importFile()
     });
 }
 
+QString frmAddkeywords::pageURL() const
+{
+    return enteredLine(m_url->currentText());
+}
+
 void frmAddkeywords::getOrCancel()
 {
     if (m_fetching) {
@@ -95,7 +100,7 @@ void frmAddkeywords::getOrCancel()
         setFetching(false);
         return;
     }
-    if (!isFetchable(enteredLine(m_url->currentText()))) {
+    if (!isFetchable(pageURL())) {
         app().desktop.showMessage({u"Get Keywords"_s,
                                    u"Invalid web site URL. Please check your web site URL and try again."_s,
                                    MessageIcon::Information});
@@ -114,7 +119,7 @@ void frmAddkeywords::getWebSite()
     m_http->Object = this;
     app().desktop.beginWait();
     m_status->setText(u"Please wait while retrieving web site ..."_s);
-    m_http->Connect1(enteredLine(m_url->currentText()));
+    m_http->Connect1(pageURL());
 }
 
 void frmAddkeywords::setFetching(bool fetching)

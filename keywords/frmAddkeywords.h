@@ -48,6 +48,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    QString pageURL() const;
     void ProcessData(int status, const QByteArray &body) override;
     void setDisconnected(bool) override {}
 
