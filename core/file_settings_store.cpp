@@ -1,12 +1,12 @@
 #include "core/file_settings_store.h"
 
 #include "core/failure.h"
+#include "core/native_file.h"
 #include "core/settings_file.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryFile>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -43,7 +43,11 @@ QString withoutLinks(const QString &file)
 
 } // namespace
 
-FileSettingsStore::FileSettingsStore(QString file) : m_file(std::move(file)) {}
+FileSettingsStore::FileSettingsStore(QString file) : m_file(std::move(file))
+{
+    // It would hold passwords.
+    TemporaryFile::removeLeftovers(QFileInfo(withoutLinks(m_file)).path());
+}
 
 FileSettingsStore::Stamp FileSettingsStore::stampOnDisk() const
 {
@@ -150,17 +154,11 @@ void FileSettingsStore::save()
         fail(u"Cannot write"_s, m_file, u"it is read-only"_s);
     if (!QDir().mkpath(folder))
         fail(u"Cannot write"_s, m_file, u"its folder cannot be made"_s);
-    QTemporaryFile file(folder + u"/.settings-XXXXXX"_s); // open to its owner alone from the start
-    if (!file.open())
-        fail(u"Cannot write"_s, m_file, file.errorString());
-    const QByteArray bytes = writeSettings(m_tree);
-    if (file.write(bytes) != bytes.size() || !file.flush())
-        fail(u"Cannot write"_s, m_file, file.errorString());
-    if (::fchmod(file.handle(), OwnerOnly) != 0 || ::fsync(file.handle()) != 0)
+    TemporaryFile file(folder, OwnerOnly); // from the start
+    if (!file.isOpen() || !file.file().writeAll(writeSettings(m_tree), {}) ||
+        ::fchmod(file.file().descriptor(), OwnerOnly) != 0 || ::fsync(file.file().descriptor()) != 0 ||
+        !file.moveTo(target))
         fail(u"Cannot write"_s, m_file, lastSystemError());
-    if (::rename(QFile::encodeName(file.fileName()).constData(), QFile::encodeName(target).constData()) != 0)
-        fail(u"Cannot write"_s, m_file, lastSystemError());
-    file.setAutoRemove(false);
     m_stamp = stampOnDisk();
 }
 

@@ -3,6 +3,7 @@
 #include <QFile>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/uio.h>
 #include <unistd.h>
 
@@ -16,6 +17,38 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace sondrel {
+
+namespace {
+
+QString temporaryPath(const QString &folder, int number)
+{
+    return folder + u"/.sondrel-%1.tmp"_s.arg(number);
+}
+
+// False when another process holds the lock, or has removed the file before it was locked. Where nothing can
+// be locked, nothing is ever taken for a leftover.
+bool lockNew(const NativeFile &file)
+{
+    if (::flock(file.descriptor(), LOCK_EX | LOCK_NB) != 0)
+        return errno != EWOULDBLOCK;
+    struct stat info = {};
+    return ::fstat(file.descriptor(), &info) == 0 && info.st_nlink > 0;
+}
+
+bool removeLeftover(const QString &path)
+{
+    const NativeFile file(path, O_WRONLY | O_NOFOLLOW | O_NONBLOCK);
+    struct stat info = {};
+    if (!file.isOpen() || ::fstat(file.descriptor(), &info) != 0 || !S_ISREG(info.st_mode) ||
+        ::flock(file.descriptor(), LOCK_EX | LOCK_NB) != 0)
+        return false;
+    // Since it was opened, its writer can have moved it to its place, and another have begun a file.
+    const auto there = linkStatusOf(path);
+    return there && there->st_dev == info.st_dev && there->st_ino == info.st_ino &&
+           ::unlink(QFile::encodeName(path).constData()) == 0;
+}
+
+} // namespace
 
 mode_t modeOf(const QString &path)
 {
@@ -51,8 +84,8 @@ std::optional<QString> canonicalPath(const QString &path)
     return canonical ? std::optional(QFile::decodeName(canonical.get())) : std::nullopt;
 }
 
-NativeFile::NativeFile(const QString &path, int flags)
-    : m_descriptor(::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC, 0666))
+NativeFile::NativeFile(const QString &path, int flags, mode_t mode)
+    : m_descriptor(::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC, mode))
 {
 }
 
@@ -114,14 +147,17 @@ bool NativeFile::close()
     return m_descriptor < 0 || ::close(std::exchange(m_descriptor, -1)) == 0;
 }
 
-TemporaryFile::TemporaryFile(const QString &folder)
+TemporaryFile::TemporaryFile(const QString &folder, mode_t mode)
 {
-    static unsigned number = 0;
-    do {
-        m_path = folder + u"/.sondrel-%1-%2.tmp"_s.arg(::getpid()).arg(++number);
-        m_file.emplace(m_path, O_WRONLY | O_CREAT | O_EXCL);
-    } while (!isOpen() && errno == EEXIST);
-    m_there = isOpen();
+    for (int number = 1; !m_there;) {
+        m_path = temporaryPath(folder, number);
+        m_file.emplace(m_path, O_WRONLY | O_CREAT | O_EXCL, mode);
+        if (!isOpen() && errno != EEXIST)
+            return;
+        m_there = isOpen() && lockNew(*m_file);
+        if (!isOpen() && !removeLeftover(m_path))
+            ++number;
+    }
 }
 
 TemporaryFile::~TemporaryFile()
@@ -132,11 +168,20 @@ TemporaryFile::~TemporaryFile()
 
 bool TemporaryFile::moveTo(const QString &path)
 {
+    // Some file systems tell of a failed write when the file is closed. The lock lasts as long as the second
+    // descriptor is open.
+    const NativeFile lock(::fcntl(m_file->descriptor(), F_DUPFD_CLOEXEC, 0));
     if (!m_file->close() ||
         ::rename(QFile::encodeName(m_path).constData(), QFile::encodeName(path).constData()) != 0)
         return false;
     m_there = false;
     return true;
+}
+
+void TemporaryFile::removeLeftovers(const QString &folder)
+{
+    for (int number = 1; linkStatusOf(temporaryPath(folder, number)); ++number)
+        removeLeftover(temporaryPath(folder, number));
 }
 
 } // namespace sondrel

@@ -32,7 +32,9 @@ std::optional<QString> canonicalPath(const QString &path);
 class NativeFile
 {
 public:
-    NativeFile(const QString &path, int flags);
+    /// The mode is for a file that is made, as far as the user's mask allows it.
+    NativeFile(const QString &path, int flags, mode_t mode = 0666);
+    explicit NativeFile(int descriptor) : m_descriptor(descriptor) {}
     ~NativeFile() { close(); }
     NativeFile(NativeFile &&other) noexcept : m_descriptor(std::exchange(other.m_descriptor, -1)) {}
     NativeFile &operator=(NativeFile &&) = delete;
@@ -53,10 +55,13 @@ private:
 
 /// A new file under a name of its own, gone with this object unless it has been moved to its place. The name
 /// is short: that of the file which it becomes may already have the longest length there is.
+///
+/// A process that is killed leaves it behind. The next one that writes in the folder takes it away, and so
+/// does removeLeftovers: each file is locked as long as somebody writes it.
 class TemporaryFile
 {
 public:
-    explicit TemporaryFile(const QString &folder);
+    explicit TemporaryFile(const QString &folder, mode_t mode = 0666);
     ~TemporaryFile();
     TemporaryFile(const TemporaryFile &) = delete;
     TemporaryFile &operator=(const TemporaryFile &) = delete;
@@ -65,6 +70,8 @@ public:
     const NativeFile &file() const { return *m_file; }
     /// Closes it and replaces what stands at the path.
     bool moveTo(const QString &path);
+    /// Takes away what killed processes have left in the folder; what others are writing stays.
+    static void removeLeftovers(const QString &folder);
 
 private:
     QString m_path;

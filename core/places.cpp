@@ -5,6 +5,7 @@
 #include "core/text_fold.h"
 
 #include <QCoreApplication>
+#include <QDirIterator>
 #include <QFileInfo>
 #include <QStandardPaths>
 
@@ -54,6 +55,19 @@ void renewCopies(ApplicationContext &app, const HostPath &beside, const QString 
     }
 }
 
+// Engines' and projects' folders lie one below that of their kind.
+constexpr int DeepestFolder = 2;
+
+void removeLeftoversIn(const QString &folder, int depth)
+{
+    TemporaryFile::removeLeftovers(folder);
+    if (depth == DeepestFolder)
+        return;
+    QDirIterator folders(folder, QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot | QDir::NoSymLinks);
+    while (folders.hasNext())
+        removeLeftoversIn(folders.next(), depth + 1);
+}
+
 } // namespace
 
 DesktopFolders desktopFolders()
@@ -84,6 +98,13 @@ void fillPlaces(ApplicationContext &app, const QString &programFolder)
         return;
     app.files.makeFolder(app.SystemDirectory.chopped(1));
     copyMissing(app, beside, programFolder, SystemFiles, app.SystemDirectory.chopped(1));
+}
+
+void removeLeftovers(const ApplicationContext &app)
+{
+    removeLeftoversIn(app.AppPath, 0);
+    if (!app.SystemDirectory.isEmpty())
+        TemporaryFile::removeLeftovers(app.SystemDirectory.chopped(1));
 }
 
 QString GetSystemDirectoryPath(const QString &folder)

@@ -38,6 +38,10 @@ Places placesIn(const DesktopFolders &folders);
 /// follows the program. Throws Failure.
 void fillPlaces(ApplicationContext &app, const QString &programFolder);
 
+/// Removes what the program has left in its folders when it was killed while it wrote a file; what another
+/// process is writing stays.
+void removeLeftovers(const ApplicationContext &app);
+
 /// The folder's path as other names are put behind it: cut at the first NUL, no blanks at its end, one "\"
 /// ensured. Empty for none.
 QString GetSystemDirectoryPath(const QString &folder);

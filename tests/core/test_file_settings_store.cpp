@@ -147,6 +147,17 @@ TEST_F(SettingsOnDisk, leaveNoOtherFileBehind)
               QStringList{u"settings.ini"_s});
 }
 
+TEST_F(SettingsOnDisk, takeAwayWhatAKilledProcessHasLeft)
+{
+    write("");
+    const QDir place = QFileInfo(file).dir();
+    QFile leftover(place.filePath(u".sondrel-1.tmp"_s));
+    ASSERT_TRUE(leftover.open(QIODevice::WriteOnly));
+    leftover.close();
+    const FileSettingsStore next(file);
+    EXPECT_EQ(place.entryList(QDir::Files | QDir::Hidden), QStringList{u"settings.ini"_s});
+}
+
 TEST_F(SettingsOnDisk, areReplacedAsAWhole)
 {
     store.createKey(Key);

@@ -60,6 +60,7 @@ protected:
                                Doors{world.clock, world.desktop, world.settings, world.http},
                                world.app.locale);
         fillPlaces(app, folders.program);
+        removeLeftovers(app);
     }
 };
 
@@ -214,6 +215,29 @@ TEST_F(ProgramPlaces, putTheEngineDataOfAProgramInItsOwnFolderInTheSystemDirecto
     fillPlaces(app, folders.program);
     EXPECT_EQ(read(places.systemDirectory + u"/qlteng4.dat"_s), "[Markets]");
     EXPECT_EQ(read(folders.program + u"/menutemplate.html"_s), "menu");
+}
+
+TEST_F(InstalledProgram, removesWhatWasLeftWhenItWasKilled)
+{
+    const QStringList places{appPath, system, appPath + u"/Projects/Shop"_s, appPath + u"/Results/Finder"_s};
+    for (const QString &place : places) {
+        write(place + u"/.sondrel-1.tmp"_s, "half");
+        write(place + u"/.sondrel-2.tmp"_s, "half");
+        write(place + u"/notes.tmp"_s, "the user's");
+    }
+    start();
+    for (const QString &place : places)
+        EXPECT_EQ(QDir(place).entryList({u"*.tmp"_s}, QDir::Files | QDir::Hidden),
+                  QStringList{u"notes.tmp"_s});
+}
+
+TEST_F(InstalledProgram, leavesWhatLiesBehindALinkAlone)
+{
+    write(folder.filePath(u"elsewhere/.sondrel-1.tmp"_s), "half");
+    QDir().mkpath(appPath);
+    ASSERT_TRUE(QFile::link(folder.filePath(u"elsewhere"_s), appPath + u"/Projects"_s));
+    start();
+    EXPECT_EQ(read(folder.filePath(u"elsewhere/.sondrel-1.tmp"_s)), "half");
 }
 
 TEST(SystemDirectoryPath, endsInOneSeparator)

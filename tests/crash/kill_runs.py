@@ -52,8 +52,7 @@ def files(folder):
 
 
 def is_debris(name):
-    base = name.rsplit("/", 1)[-1]
-    return base.endswith(".tmp") or base.startswith(".settings-")
+    return name.rsplit("/", 1)[-1].startswith(".sondrel-")
 
 
 class Reference:
@@ -104,6 +103,9 @@ def check(program, operation, folder, reference, mixed=()):
         elif content not in wanted and not is_result_of_lookup(operation, name):
             raise Damage(f"{name} is neither old nor new, {len(content)} bytes")
     stores = load(program, folder)["stores"]
+    left = [name for name in files(folder) if is_debris(name)]
+    if left:
+        raise Damage(f"{left} is still there at the next start")
     for name, value in stores.items():
         if value not in [state[name] for state in reference.stores] and not (mixed and name == "results"):
             raise Damage(f"the store '{name}' is neither old nor new")
@@ -156,20 +158,17 @@ def main():
                     references[operation] = Reference(options.program, operation, root / "whole")
                     run(options.program, operation, folder, "0")
                 killed(options.program, operation, folder, wait)
+                debris += sum(map(is_debris, files(folder)))
                 states = check(options.program, operation, folder, references[operation])
             except Damage as damage:
                 print(f"run {number}, {operation} killed after {wait * 1000:.1f} ms: {damage}", file=sys.stderr)
                 return 1
             counts[operation] += 1
             mixed += len(set(states) & set("01")) > 1
-            for name in files(folder):
-                if is_debris(name):
-                    debris += 1
-                    (folder / name).unlink()
         print(f"{options.runs} kills (seed {options.seed}): "
               + ", ".join(f"{count} in a {operation}" for operation, count in sorted(counts.items())))
         print(f"every store loaded, each old or new; {mixed} kills fell between two stores, "
-              f"{debris} left a temporary file")
+              f"{debris} left a temporary file, which the next start removed")
     return 0
 
 

@@ -5,6 +5,7 @@
 // store.
 #include "core/clsPreference.h"
 #include "core/file_settings_store.h"
+#include "core/places.h"
 #include "engines/clsEngine.h"
 #include "engines/engine_builder.h"
 #include "engines/engine_update.h"
@@ -387,6 +388,7 @@ QString readLog(const ApplicationContext &app, const QString &path)
 int load(Program &program)
 {
     QFile::remove(logPath(program.app));
+    removeLeftovers(program.app); // as at each start
     QJsonObject answer{{u"stores"_s, loadEverything(program)}};
     answer[u"log"_s] = readLog(program.app, logPath(program.app));
     answer[u"boxes"_s] = static_cast<int>(program.desktop.boxes.size());
