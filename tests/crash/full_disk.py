@@ -4,7 +4,6 @@
 Runs as root or where an ordinary user may mount in a namespace of his own. SONDREL_STORES names sondrel-stores.
 """
 import contextlib
-import json
 import os
 import resource
 import shutil
@@ -18,11 +17,10 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
 import kill_runs  # noqa: E402
+from running_stores import MIXED, Stores, failures, lead_log_out, lost, worse_positions  # noqa: E402
 
 SIZE = 64 << 20
 OPERATIONS = ("save", "update", "report", "lookup")
-# Pages are written one after the other, and each tells of what it found.
-MIXED = ("app/Reports/", "app/Results/", "app/Projects/Shop/Finder.dat")
 IN_NAMESPACE = "SONDREL_IN_NAMESPACE"
 
 
@@ -32,34 +30,6 @@ def may_mount():
             return False
         subprocess.run(["umount", folder], check=True)
         return True
-
-
-class Stores:
-    """A running program that writes the state that it is told, and tells what came of it."""
-
-    def __init__(self, program, operation, folder):
-        # A file that may not grow is to be an error of the write, as on a disk with quotas, and no signal.
-        self.process = subprocess.Popen([program, operation, folder, "-"], stdin=subprocess.PIPE,
-                                        stdout=subprocess.PIPE, restore_signals=False)
-        assert self.process.stdout.readline() == b"ready\n"
-
-    def __enter__(self):
-        return self
-
-    def __exit__(self, *_):
-        self.process.stdin.close()
-        self.process.wait()
-        self.process.stdout.close()
-
-    def write(self, state):
-        """Store to all that was said of it; the same store may be written in several steps."""
-        self.process.stdin.write(f"{state}\n".encode())
-        self.process.stdin.flush()
-        said = {}
-        for answer in json.loads(self.process.stdout.readline()):
-            said.setdefault(answer["store"], []).extend(
-                text for text in (answer["log"], *answer["boxes"], answer["thrown"]) if text)
-        return said
 
 
 class LostDisk(unittest.TestCase):
@@ -100,45 +70,25 @@ class LostDisk(unittest.TestCase):
         folder = self.disk / operation
         reference = self.reference(operation)
         kill_runs.run(self.program, operation, folder, "0")
-        # Its log stays readable and writable, so that it can be seen to be written.
-        log = folder / "app" / "Error.log"
-        self.lead_out(log, operation)
-        whole_reports = kill_runs.files(self.whole / f"{operation}-01" / "app" / "Reports")
+        log = self.outside / f"{operation}.log"
+        lead_log_out(folder, log)
         with Stores(self.program, operation, folder) as self.stores:
             self.assert_silent(self.stores.write(0))
             take()
             said = self.stores.write(1)
             give()
             kill_runs.check(self.program, operation, folder, reference, MIXED)
-            self.assert_positions(folder)
-            after = kill_runs.load(self.program, folder)["stores"]
-            for store, texts in said.items():
-                written = after[store] == reference.stores[1][store] if store in after else \
-                    kill_runs.files(folder / "app" / "Reports") == whole_reports
-                self.assertTrue(written or texts, f"{store} is not written, and nothing is said")
-            self.lead_out(log, operation)  # loading has put a new one there
+            self.assertEqual(worse_positions(folder), [])
+            self.assertEqual(lost(self.program, folder, reference, said), [], "not written, and nothing is said")
+            lead_log_out(folder, log)  # loading has put a new one there
             self.assert_silent(self.stores.write(0))
             self.assert_silent(self.stores.write(1))
         kill_runs.check(self.program, operation, folder, reference)
         self.assertEqual(kill_runs.load(self.program, folder)["stores"], reference.stores[1])
-        self.assertEqual([name for name in kill_runs.files(folder) if kill_runs.is_debris(name)], [])
         shutil.rmtree(folder)
 
-    def assert_positions(self, folder):
-        """A page that could not be kept leaves its keyword where it was; nothing becomes worse."""
-        results = folder / "app" / "Projects" / "Shop" / "Finder.dat"
-        for row in results.read_text("cp1252").split("\n") if results.exists() else ():
-            if row.startswith("shoe "):
-                self.assertIn(row.split(";")[2], ("3", "7"))
-
-    def lead_out(self, log, operation):
-        log.unlink(missing_ok=True)
-        (self.outside / f"{operation}.log").touch()
-        log.symlink_to(self.outside / f"{operation}.log")
-
     def assert_silent(self, said):
-        lines = [line for texts in said.values() for text in texts for line in text.split("\r\n")]
-        self.assertEqual([line for line in lines if kill_runs.is_failure(line)], [])
+        self.assertEqual(failures(said), [])
 
     def fill(self, left):
         (self.disk / "filler").unlink(missing_ok=True)

@@ -51,6 +51,11 @@ def files(folder):
             for name, content in contents.items()}
 
 
+def pages(folder):
+    """The reports among the files."""
+    return files(folder / "app" / "Reports")
+
+
 def is_debris(name):
     return name.rsplit("/", 1)[-1].startswith(".sondrel-")
 
@@ -68,6 +73,7 @@ class Reference:
             self.add(files(place))
             self.stores.append(load(program, place)["stores"])
             self.add(files(place))  # loading makes the settings
+        self.pages = pages(folder / f"{operation}-01")  # as the second state leaves them
 
     def add(self, written):
         for name, content in written.items():

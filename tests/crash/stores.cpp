@@ -17,6 +17,7 @@
 #include "reports/report_set.h"
 #include "tests/doors/manual_clock.h"
 #include "tests/doors/recording_desktop.h"
+#include "tests/support/failing_disk.h"
 #include "tests/support/loopback_server.h"
 
 #include <QCoreApplication>
@@ -30,6 +31,8 @@
 #include <QTimer>
 
 #include <iostream>
+#include <sstream>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -460,15 +463,28 @@ private:
     qsizetype m_read = 0;
 };
 
-void followInput(Program &program, const std::vector<Step> &steps)
+// Each line is a state to write, and behind it the call whose failing is wanted, its error, and whether every
+// later call is to fail as well: "1", "1 17 28 0".
+void followInput(Program &program, const std::vector<Step> &steps, const QString &folder)
 {
     Witness witness(program);
     std::cout << "ready" << std::endl;
-    for (int state = 0; std::cin >> state;) {
+    for (std::string line; std::getline(std::cin, line);) {
+        std::istringstream words(line);
+        int state = 0;
+        int call = 0;
+        int error = 0;
+        bool lasts = false;
+        words >> state >> call >> error >> lasts;
+        const FailingDisk disk(folder, call - 1, error,
+                               lasts ? FailingDisk::Lasts::UntilTheEnd : FailingDisk::Lasts::OneCall);
         QJsonArray answers;
         for (const Step &step : steps)
             answers.append(witness.told(step, state));
-        std::cout << QJsonDocument(answers).toJson(QJsonDocument::Compact).toStdString() << std::endl;
+        const QJsonObject told{{u"answers"_s, answers},
+                               {u"calls"_s, disk.calls()},
+                               {u"unflushed"_s, QJsonArray::fromStringList(disk.renamedUnflushed())}};
+        std::cout << QJsonDocument(told).toJson(QJsonDocument::Compact).toStdString() << std::endl;
     }
 }
 
@@ -495,7 +511,7 @@ int main(int argc, char **argv)
     if (all.empty())
         return 2;
     if (arguments.value(3) == "-"_L1) {
-        followInput(program, all);
+        followInput(program, all, QFileInfo(arguments[2]).canonicalFilePath());
         return 0;
     }
     if (arguments.size() > 3) {
