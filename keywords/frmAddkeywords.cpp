@@ -29,6 +29,7 @@ void frmAddkeywords::load()
         m_url->addItems(accountAddresses(Account.get()));
         m_url->setCurrentIndex(m_url->count() > 0 ? 0 : -1);
     });
+    m_keywords->setFocus();
 }
 
 void frmAddkeywords::Prepare()

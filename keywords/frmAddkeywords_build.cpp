@@ -43,9 +43,6 @@ frmAddkeywords::frmAddkeywords(ApplicationContext &app, QWidget *parent)
     : ProgramDialog(app, u"frmAddkeywords"_s, parent)
 {
     setWindowTitle(tr("Add Keywords"));
-    QDialogButtonBox *buttons = newButtons([this] { acceptKeywords(); });
-    m_ok = buttons->findChild<QPushButton *>(u"cmdOK"_s);
-    m_ok->setAutoDefault(false); // it is the default one, or Enter makes a line
     m_tabs = new QTabWidget;
     m_tabs->setObjectName(u"SSTab1"_s);
     m_tabs->addTab(newPage(buildTyped()), tr("Type"));
@@ -53,6 +50,9 @@ frmAddkeywords::frmAddkeywords(ApplicationContext &app, QWidget *parent)
     m_tabs->addTab(newPage(buildPage()), tr("Web Site"));
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_tabs);
+    QDialogButtonBox *buttons = newButtons([this] { acceptKeywords(); }); // last, in the order of Tab too
+    m_ok = buttons->findChild<QPushButton *>(u"cmdOK"_s);
+    m_ok->setAutoDefault(false); // it is the default one, or Enter makes a line
     layout->addWidget(buttons);
     updateButtons();
 

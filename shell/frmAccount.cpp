@@ -86,6 +86,8 @@ void frmAccount::load()
             setWindowTitle(tr("Project") + u" - "_s + form.AccountName);
     });
     UpdateUI();
+    // Where there is something to enter, and not on the tabs.
+    (m_name->isReadOnly() ? static_cast<QWidget *>(m_urls) : m_name)->setFocus();
 }
 
 void frmAccount::PopulateEngine()

@@ -51,8 +51,6 @@ frmURLs::frmURLs(ApplicationContext &app, QWidget *parent) : ProgramDialog(app, 
     m_urls->setAccessibleName(tr("Known URLs"));
     m_delete = newButton(u"cmdDelete"_s, tr("&Delete"),
                          tr("Remove the selected URLs from the list, for all projects"));
-    QDialogButtonBox *buttons = newButtons([this] { acceptForm(); });
-    m_ok = buttons->findChild<QPushButton *>(u"cmdOK"_s);
 
     auto *layout = new QVBoxLayout(this);
     auto *typedRow = new QHBoxLayout;
@@ -67,6 +65,8 @@ frmURLs::frmURLs(ApplicationContext &app, QWidget *parent) : ProgramDialog(app, 
     listRow->addLayout(side);
     layout->addLayout(typedRow);
     layout->addLayout(listRow, 1);
+    QDialogButtonBox *buttons = newButtons([this] { acceptForm(); }); // last, in the order of Tab too
+    m_ok = buttons->findChild<QPushButton *>(u"cmdOK"_s);
     layout->addWidget(buttons);
 
     connect(m_typed, &QLineEdit::textChanged, this, &frmURLs::UpdateUI);
@@ -89,6 +89,7 @@ void frmURLs::load()
         m_known = true;
     });
     UpdateUI();
+    m_typed->setFocus();
 }
 
 QTreeWidgetItem *frmURLs::addRow(const KnownURL &row)
