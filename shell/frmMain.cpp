@@ -65,8 +65,9 @@ void frmMain::load()
     m_tmrTrayIcon->setEnabled(true);
     UpdateUI();
     showHint();
-    // Where the arrow keys choose at once; a tool button would be first otherwise.
-    (showsChild() ? static_cast<QWidget *>(m_child) : m_projects)->setFocus();
+    // Where the arrow keys choose at once, or Enter does what comes next; a tool button would be first
+    // otherwise.
+    m_right->currentWidget()->setFocus();
 }
 
 void frmMain::placeWindow(const MainWindowSettings &settings)

@@ -36,7 +36,6 @@ frmSondrel::frmSondrel(ApplicationContext &app, const OfferedCommands &offered, 
     connect(m_session.get(), &LookupSession::rowsChanged, this,
             [this] { showRowOf(m_session->FirstKeyword()); });
     connect(m_session.get(), &LookupSession::stateChanged, this, &frmSondrel::followRun);
-    setFocusProxy(m_grid);
     restoreColumns();
     showHints();
 }
@@ -151,7 +150,9 @@ void frmSondrel::showHints()
                             m_offered.showAll);
     else
         m_gridHint->setHint(tr("This project has no keywords yet."), m_offered.addKeywords);
-    m_gridStack->setCurrentWidget(anyRow ? static_cast<QWidget *>(m_grid) : m_gridHint);
+    QWidget *shown = anyRow ? static_cast<QWidget *>(m_grid) : m_gridHint;
+    m_gridStack->setCurrentWidget(shown);
+    setFocusProxy(shown);
 
     if (m_shownRow < 0)
         m_listingHint->setHint(anyRow ? tr("Select a keyword to see the listings of its last lookup.")

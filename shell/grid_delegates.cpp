@@ -2,6 +2,7 @@
 
 #include "shell/keyword_model.h"
 #include "shell/listing_model.h"
+#include "shell/row_table.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -65,12 +66,17 @@ void CellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     paintCell(painter, cell);
 }
 
+QSize CellDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    return QStyledItemDelegate::sizeHint(option, index) + QSize(2 * RowTable::air(option.fontMetrics), 0);
+}
+
 void CellDelegate::paintCell(QPainter *painter, const QStyleOptionViewItem &cell)
 {
     const QStyle *style = cell.widget ? cell.widget->style() : QApplication::style();
     style->drawPrimitive(QStyle::PE_PanelItemViewItem, &cell, painter, cell.widget); // up to the cell's edges
     QStyleOptionViewItem inner = cell;
-    const int air = cell.fontMetrics.height() / 5;
+    const int air = RowTable::air(cell.fontMetrics);
     inner.rect.adjust(air, 0, -air, 0);
     style->drawControl(QStyle::CE_ItemViewItem, &inner, painter, cell.widget);
 }

@@ -20,6 +20,7 @@ HintPage::HintPage(const QString &label, const QString &button, QWidget *parent)
     m_button->setObjectName(button);
     m_button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_button->setFocusPolicy(Qt::StrongFocus);
+    setFocusProxy(m_button);
     auto *layout = new QVBoxLayout(this);
     const int margin = fontMetrics().height();
     layout->setContentsMargins(margin, margin, margin, margin);

@@ -2,10 +2,67 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOptionHeader>
 
 #include <algorithm>
 
 namespace sondrel {
+
+int RowTable::air(const QFontMetrics &metrics)
+{
+    return metrics.height() / 5;
+}
+
+namespace {
+
+// Captions stand above the texts of their columns, with the same air at their sides: those of a right-aligned
+// and a left-aligned column would nearly touch.
+class AiryHeader final : public QHeaderView
+{
+public:
+    explicit AiryHeader(QWidget *parent) : QHeaderView(Qt::Horizontal, parent)
+    {
+        setSectionsClickable(true);
+        setHighlightSections(false);
+    }
+
+protected:
+    void paintSection(QPainter *painter, const QRect &rect, int section) const override
+    {
+        painter->save(); // styles leave a clip behind
+        m_bare = true;
+        QHeaderView::paintSection(painter, rect, section);
+        m_bare = false;
+        painter->restore();
+        QStyleOptionHeaderV2 caption;
+        initStyleOption(&caption);
+        initStyleOptionForIndex(&caption, section);
+        const int air = RowTable::air(fontMetrics());
+        caption.rect = rect;
+        caption.rect =
+            style()->subElementRect(QStyle::SE_HeaderLabel, &caption, this).adjusted(air, 0, -air, 0);
+        style()->drawControl(QStyle::CE_HeaderLabel, &caption, painter, this);
+    }
+
+    void initStyleOptionForIndex(QStyleOptionHeader *option, int section) const override
+    {
+        QHeaderView::initStyleOptionForIndex(option, section);
+        if (m_bare)
+            option->text.clear();
+    }
+
+    QSize sectionSizeFromContents(int section) const override
+    {
+        return QHeaderView::sectionSizeFromContents(section) + QSize(2 * RowTable::air(fontMetrics()), 0);
+    }
+
+private:
+    mutable bool m_bare = false; // while a section is painted without its caption
+};
+
+} // namespace
 
 RowTable::RowTable(const QString &name, const QString &accessibleName, QWidget *parent) : QTableView(parent)
 {
@@ -18,7 +75,7 @@ RowTable::RowTable(const QString &name, const QString &accessibleName, QWidget *
     setTabKeyNavigation(false);
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    horizontalHeader()->setHighlightSections(false);
+    setHorizontalHeader(new AiryHeader(this));
     verticalHeader()->hide();
     setRowHeight();
 }

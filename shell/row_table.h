@@ -3,6 +3,8 @@
 
 #include <QTableView>
 
+class QFontMetrics;
+
 namespace sondrel {
 
 /// A table of which whole rows are chosen, all of one height: a text line and a little air. Home and End go
@@ -13,6 +15,9 @@ class RowTable final : public QTableView
 
 public:
     RowTable(const QString &name, const QString &accessibleName, QWidget *parent = nullptr);
+
+    /// What is left free at either side of a text in a font.
+    static int air(const QFontMetrics &metrics);
 
     /// The rows that are chosen, from top to bottom.
     std::vector<int> selectedRows() const;

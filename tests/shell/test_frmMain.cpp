@@ -40,6 +40,28 @@ protected:
                                   MessageIcon::Question, MessageButtons::YesNo};
 };
 
+QString focused()
+{
+    const QWidget *widget = QApplication::focusWidget();
+    return widget ? widget->objectName() : QString();
+}
+
+TEST_F(MainWindow, beginsAtTheOfferOfAnEmptyProgram)
+{
+    whenModal<frmAccount>([](frmAccount &dialog) { dialog.reject(); });
+    open();
+    EXPECT_EQ(focused(), u"cmdHint"_s);
+}
+
+TEST_F(MainWindow, beginsAtTheOfferOfAnEmptyProjectAndGoesOnInTheGrid)
+{
+    writeProject(u"Shop"_s, {u"Zeta"_s});
+    open();
+    EXPECT_EQ(focused(), u"cmdGridHint"_s);
+    child().AddKeywordColToGrid({u"shoes"_s});
+    EXPECT_EQ(focused(), u"grdBidsManage"_s);
+}
+
 TEST_F(MainWindow, showsTheFirstProjectAtStart)
 {
     writeShop();

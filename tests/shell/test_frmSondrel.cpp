@@ -425,6 +425,39 @@ TEST_F(KeywordGrid, remembersDraggedWidths)
     EXPECT_EQ(grid().columnWidth(static_cast<int>(GridField::Keyword)), 321);
 }
 
+TEST_F(KeywordGrid, fitsAColumnToItsLongestTextAndItsAir)
+{
+    const QString longest = u"a keyword of many words, and more than the column has room for"_s;
+    child().AddKeywordColToGrid({longest});
+    const QFontMetrics metrics = grid().fontMetrics();
+    const int air = 2 * RowTable::air(metrics);
+    for (const auto &[field, text] :
+         {std::pair(GridField::Keyword, longest), {GridField::LastPosition, u"Last Position"_s}}) {
+        const int column = static_cast<int>(field);
+        grid().resizeColumnToContents(column);
+        EXPECT_GT(grid().columnWidth(column), metrics.horizontalAdvance(text) + air);
+    }
+}
+
+TEST_F(KeywordGrid, showsItsCaptionsWithAirAtTheirSides)
+{
+    QHeaderView &header = *grid().horizontalHeader();
+    const int section = static_cast<int>(GridField::URL);
+    const QRect place(header.sectionViewportPosition(section), 0, header.sectionSize(section),
+                      header.height());
+    const QImage picture = header.viewport()->grab(place).toImage();
+    const auto inked = [&](int left, int right) {
+        int pixels = 0;
+        for (int x = left; x < right; ++x) {
+            for (int y = 3; y < picture.height() - 3; ++y)
+                pixels += qGray(picture.pixel(x, y)) < 128;
+        }
+        return pixels;
+    };
+    EXPECT_EQ(inked(1, RowTable::air(header.fontMetrics())), 0);
+    EXPECT_GT(inked(0, picture.width() / 2), 20);
+}
+
 TEST_F(KeywordGrid, givesTheUrlTheRoomThatIsLeft)
 {
     const int before = grid().columnWidth(static_cast<int>(GridField::URL));
