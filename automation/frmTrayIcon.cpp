@@ -59,11 +59,10 @@ void frmTrayIcon::watch()
 
 void frmTrayIcon::OnIcon(qint16 code)
 {
+    const bool isOnlyClick = code == TrayIcon::LeftUp && !m_tray.knowsDoubleClick() && m_program.isHidden();
     if (code == TrayIcon::RightUp)
         m_tray.CallPopupMenu();
-    else if (code == TrayIcon::LeftDoubleClick)
-        open();
-    else if (code == TrayIcon::LeftUp && !m_tray.knowsDoubleClick() && m_program.isHidden())
+    else if (code == TrayIcon::LeftDoubleClick || isOnlyClick)
         open();
 }
 
