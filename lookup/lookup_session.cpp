@@ -19,6 +19,12 @@ bool isFurtherHit(QString keyword)
     return StripRowSuffix(keyword);
 }
 
+bool haveSameResults(const clsKeyword &one, clsKeyword other)
+{
+    other.Optimize = one.Optimize;
+    return one == other;
+}
+
 } // namespace
 
 LookupSession::LookupSession(ApplicationContext &app)
@@ -42,6 +48,7 @@ void LookupSession::open()
     Keywords->LoadKeywords();
     Keywords->Engine = EngineName;
     Keywords->FillKeywordsLookupValue();
+    m_read = Keywords->Keywords;
 }
 
 void LookupSession::refuse(const QString &title, MessageIcon icon, const QString &text)
@@ -173,16 +180,31 @@ void LookupSession::takeForeignResults()
     for (const clsKeyword &row : std::as_const(stored.Keywords)) {
         QString keyword = row.Keyword;
         StripRowSuffix(keyword);
-        if (m_inRun.contains(folded(keyword)) || m_inRun.contains(folded(row.Keyword)))
-            continue;
-        if (clsKeyword *known = Keywords->Keywords.find(row.Keyword)) {
-            const bool optimize = known->Optimize;
-            *known = row;
-            known->Optimize = optimize;
-        } else {
-            Keywords->AddKeyword(row, -1);
-        }
+        if (!m_inRun.contains(folded(keyword)) && !m_inRun.contains(folded(row.Keyword)))
+            takeForeignRow(row);
     }
+}
+
+// Only where the other one has written and this one has not: a row that is as it was read was left or taken
+// away here, and one that has changed here too is the result of a stopped run.
+void LookupSession::takeForeignRow(const clsKeyword &row)
+{
+    const clsKeyword *read = std::as_const(m_read).find(row.Keyword);
+    clsKeyword *known = Keywords->Keywords.find(row.Keyword);
+    if (!known) {
+        if (!read)
+            Keywords->AddKeyword(row, -1);
+        return;
+    }
+    clsKeyword before;
+    before.Keyword = known->Keyword;
+    if (read)
+        before = *read;
+    if (haveSameResults(before, row) || !haveSameResults(before, *known))
+        return;
+    const bool optimize = known->Optimize;
+    *known = row;
+    known->Optimize = optimize;
 }
 
 void LookupSession::onCompleted()
@@ -192,6 +214,7 @@ void LookupSession::onCompleted()
         m_inSearch = 0;
         takeForeignResults();
         Keywords->SaveKeywordResults();
+        m_read = Keywords->Keywords;
         Q_EMIT rowsChanged();
         if (alive && writeReport)
             writeReport();

@@ -96,6 +96,7 @@ private:
     void onCancelled();
     void onSchedulerTick();
     void takeForeignResults();
+    void takeForeignRow(const clsKeyword &row);
 
     ApplicationContext &m_app;
     std::unique_ptr<clsRanking> m_ranking; // kept until the next run
@@ -103,7 +104,8 @@ private:
     qint16 m_inSearch = 0;
     LookupKind m_lookupKind = LookupKind::None;
     QString m_firstKeyword;
-    QSet<QString> m_inRun; // the keywords of the run, folded
+    QSet<QString> m_inRun;         // the keywords of the run, folded
+    Collection<clsKeyword> m_read; // the rows as this session has last read or saved them
     int m_progressValue = 0;
     int m_progressMaximum = 0;
 };

@@ -179,6 +179,16 @@ TEST_F(Session, dropsFurtherHitsBeforeAFullRun)
     EXPECT_EQ(world.http.requests.size(), 3U);
 }
 
+TEST_F(Session, forgetsFurtherHitsOfAKeywordThatIsGone)
+{
+    world.write(u"Projects/Demo/Finder.dat"_s, "gone(1);;9;1;;;http://site.example/b;\r\n");
+    session->open();
+    session->LookupALLKeyword();
+    answerAll();
+    EXPECT_FALSE(session->Keywords->Keywords.HasKey(u"gone(1)"_s));
+    EXPECT_FALSE(world.read(u"Projects/Demo/Finder.dat"_s).contains("gone"));
+}
+
 TEST_F(Session, completesAtOnceWithoutKeywords)
 {
     session->Keywords->RemoveAll();
@@ -299,6 +309,44 @@ TEST_F(Session, runsAgainAfterAStop)
     answerAll();
     EXPECT_EQ(session->Keywords->Keywords.at(u"tea"_s).CurPos, u"1"_s);
     EXPECT_THAT(events, testing::Contains("finished"));
+}
+
+TEST_F(Session, savesTheResultsOfAStoppedRunWithThoseOfTheNext)
+{
+    session->LookupALLKeyword();
+    world.http.answer(0, LookupWorld::page({"http://site.example/"}));
+    session->Disconnect();
+    world.clock.advance(800);
+    answered = world.http.requests.size();
+    session->LookUpSelectedKeyword(true, rows({u"tea"_s}));
+    answerAll();
+    EXPECT_EQ(session->Keywords->Keywords.at(u"boots"_s).CurPos, u"1"_s);
+    EXPECT_TRUE(world.read(u"Projects/Demo/Finder.dat"_s).contains("boots;2,340;1;1;"));
+}
+
+TEST_F(Session, keepsWhatAnotherSessionHasStoredMeanwhile)
+{
+    world.write(u"Projects/Demo/Finder.dat"_s, "tea;;9;1;;;http://site.example/b;\r\n");
+    session->open();
+    session->LookUpSelectedKeyword(true, rows({u"boots"_s}));
+    world.write(u"Projects/Demo/Finder.dat"_s, "boots;;8;1;;;http://site.example/;\r\n"
+                                               "tea;;4;1;9;+5;http://site.example/c;\r\n"
+                                               "tea(1);;6;1;;;http://site.example/d;\r\n");
+    answerAll();
+    EXPECT_EQ(session->Keywords->Keywords.at(u"boots"_s).CurPos, u"1"_s);
+    EXPECT_EQ(session->Keywords->Keywords.at(u"tea"_s).CurPos, u"4"_s);
+    EXPECT_EQ(session->Keywords->Keywords.at(u"tea(1)"_s).CurPos, u"6"_s);
+    EXPECT_TRUE(world.read(u"Projects/Demo/Finder.dat"_s).contains("tea(1);;6;"));
+}
+
+TEST_F(Session, doesNotBringBackARowThatWasTakenAway)
+{
+    world.write(u"Projects/Demo/Finder.dat"_s, "tea;;9;1;;;http://site.example/b;\r\n");
+    session->open();
+    session->LookUpSelectedKeyword(true, rows({u"boots"_s}));
+    session->Keywords->Remove(u"tea"_s);
+    answerAll();
+    EXPECT_FALSE(session->Keywords->Keywords.HasKey(u"tea"_s));
 }
 
 TEST_F(Session, startsASecondAfterItIsTold)
