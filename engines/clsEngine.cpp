@@ -96,8 +96,8 @@ bool isPlainNumber(QByteArrayView bytes)
     return digits <= MostDigits && (digits == bytes.size() || bytes[digits] == '\r' || bytes[digits] == '\n');
 }
 
-// Whether a number in the file may be too big for its engine. Most files can be cleared of that without a
-// reading of their engines.
+// Whether a number in the file may be too big for its engine, which the load has to tell. Nearly every file
+// is cleared of that by this one look, so that no engine needs to be read before somebody asks for it.
 bool holdsOddNumbers(QByteArrayView file)
 {
     for (qsizetype equals = file.indexOf('='); equals >= 0; equals = file.indexOf('=', equals + 1)) {
@@ -111,6 +111,22 @@ bool holdsOddNumbers(QByteArrayView file)
     return false;
 }
 
+void readTexts(EngineRow &row, const ProfileFile::SectionView &section)
+{
+    for (const auto &[field, key] : textKeys()) {
+        QString text = section.read(key);
+        const QStringView trimmed = trimBlanks(text);
+        row.*field = trimmed.size() == text.size() ? std::move(text) : trimmed.toString();
+    }
+}
+
+// Throws Failure where a number does not fit.
+void readNumbers(EngineRow &row, const ProfileFile::SectionView &section)
+{
+    row.Start = roundToInt16(leadingNumber(section.read(u"Start"_s)));
+    row.PerPage = roundToInt16(leadingNumber(section.read(u"PerPage"_s)));
+}
+
 // Of folded names.
 QString pairKey(const QString &market, const QString &name)
 {
@@ -122,16 +138,9 @@ QString pairKey(const QString &market, const QString &name)
 EngineRow readEngineRow(const ProfileFile &file, const QString &name)
 {
     EngineRow row;
-    const auto section = file.section(name);
-    if (!section.exists())
-        return row; // a market may name an engine that nobody has defined
-    for (const auto &[field, key] : textKeys()) {
-        QString text = section.read(key);
-        const QStringView trimmed = trimBlanks(text);
-        row.*field = trimmed.size() == text.size() ? std::move(text) : trimmed.toString();
-    }
-    row.Start = roundToInt16(leadingNumber(section.read(u"Start"_s)));
-    row.PerPage = roundToInt16(leadingNumber(section.read(u"PerPage"_s)));
+    const auto section = file.section(name); // may be none: a market can name what nobody has defined
+    readTexts(row, section);
+    readNumbers(row, section);
     return row;
 }
 
@@ -188,9 +197,9 @@ void clsEngine::LoadEngineFile(const QByteArray &bytes)
                 IsEngineExist(market, engine); // logs that there is none to ask for
             if (m_marketNames.contains(pairKey(foldedMarket, folded(engine))))
                 continue;
-            if (odd)
-                readEngineRow(file, engine); // throws where a number does not fit
             addRow(market, foldedMarket, trimBlanks(engine).toString(), file);
+            if (odd)
+                row(GetEngineCount()); // throws where a number does not fit
         }
     }
 }
@@ -284,11 +293,10 @@ const EngineRow &clsEngine::row(qint16 index) const
         throw Failure(u"There is no engine %1 in the catalogue"_s.arg(index));
     Entry &entry = m_rows[static_cast<std::size_t>(index - 1)];
     if (entry.unread) {
-        EngineRow read = readEngineRow(*entry.unread, entry.row.EngineName);
-        read.Market = entry.row.Market;
-        read.EngineName = entry.row.EngineName;
-        entry.row = std::move(read);
-        entry.unread = nullptr;
+        const auto section = entry.unread->section(entry.row.EngineName);
+        readTexts(entry.row, section);
+        entry.unread = nullptr; // what has been read stays when a number does not fit
+        readNumbers(entry.row, section);
     }
     return entry.row;
 }

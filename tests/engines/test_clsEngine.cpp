@@ -253,6 +253,14 @@ TEST_F(ClsEngine, failsOnNumbersThatAreTooBig)
     }
 }
 
+TEST_F(ClsEngine, holdsTheRowsUpToANumberThatIsTooBig)
+{
+    EXPECT_FALSE(load("[Markets]\n1=A\n[A]\n1=Good\n2=Bad\n3=Never\n[Bad]\nEngineKey=bad\nStart=1e9\n"));
+    EXPECT_EQ(rows(), (QStringList{u"A/Good"_s, u"A/Bad"_s}));
+    EXPECT_EQ(engines.GetEngineKey(2), u"bad"_s);
+    EXPECT_EQ(engines.DefaultEngineNum(), 0);
+}
+
 TEST_F(ClsEngine, holdsNoMoreRowsThanItCanCount)
 {
     QByteArray file = "[Markets]\n1=A\n2=B\n[A]\n";
