@@ -3,6 +3,10 @@
 
 #include <gmock/gmock.h>
 
+#include <QDir>
+
+#include <algorithm>
+#include <functional>
 #include <memory>
 
 using namespace Qt::Literals::StringLiterals;
@@ -309,6 +313,40 @@ TEST_F(Session, runsAgainAfterAStop)
     answerAll();
     EXPECT_EQ(session->Keywords->Keywords.at(u"tea"_s).CurPos, u"1"_s);
     EXPECT_THAT(events, testing::Contains("finished"));
+}
+
+TEST_F(Session, mayBeStoppedFromInsideAnyOfItsSignals)
+{
+    const std::function<void(const std::function<void()> &)> moments[] = {
+        [this](auto stop) { QObject::connect(session.get(), &LookupSession::progressChanged, stop); },
+        [this](auto stop) { QObject::connect(session.get(), &LookupSession::panelChanged, stop); },
+        [this](auto stop) { QObject::connect(session.get(), &LookupSession::stateChanged, stop); },
+        [this](auto stop) { QObject::connect(session.get(), &LookupSession::rowsChanged, stop); },
+        [this](auto stop) { QObject::connect(session.get(), &LookupSession::Completed, stop); },
+    };
+    const auto openFiles = [] { return QDir(u"/proc/self/fd"_s).count(); };
+    for (const auto &at : moments) {
+        // From the first time on, the second, and so on to the last.
+        for (int time = 1, stops = time; stops >= time; ++time) {
+            make();
+            events.clear();
+            const auto open = openFiles();
+            stops = 0;
+            at([&] {
+                if (++stops == time)
+                    session->Disconnect();
+            });
+            session->LookupALLKeyword();
+            answerAll();
+            world.clock.advance(800);
+            const auto ends = std::count(events.begin(), events.end(), "stopped") +
+                              std::count(events.begin(), events.end(), "finished");
+            EXPECT_EQ(ends, 1);
+            EXPECT_FALSE(session->Online());
+            EXPECT_EQ(world.http.pending(), 0);
+            EXPECT_EQ(openFiles(), open);
+        }
+    }
 }
 
 TEST_F(Session, savesTheResultsOfAStoppedRunWithThoseOfTheNext)
