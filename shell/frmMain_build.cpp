@@ -247,6 +247,8 @@ void frmMain::connectWidgets()
     m_projects->view()->parentWidget()->installEventFilter(this);
     connect(m_tree, &QTreeWidget::currentItemChanged, this,
             [this](QTreeWidgetItem *node) { clickNode(node); });
+    // A node that was refused during a lookup may be the current one already.
+    connect(m_tree, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *node) { clickNode(node); });
     connect(m_tree, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem *node) {
         if (isEngineKey(nodeKey(node)))
             EditAccount();

@@ -90,7 +90,8 @@ void frmMain::PopulateEngine()
     reportFailure(m_app, u"frmMain_PopulateEngine error: "_s, [&] {
         const QSignalBlocker quiet(m_tree);
         m_tree->clear();
-        m_nodeKey.clear();
+        if (!lookupRuns()) // the engine under lookup stays the chosen one
+            m_nodeKey.clear();
         const auto *engines = m_account && m_account->Engine ? &*m_account->Engine : nullptr;
         if (!m_app.EngineCatalogue)
             return;
@@ -199,6 +200,7 @@ void frmMain::connectChild()
         m_panels->hideProgress();
         if (!finished)
             m_panels->setDescription({});
+        UpdateUI(); // whatever failed at the end, the lookup is over
     });
     connect(&session, &LookupSession::stopping, this, [this] { action(Command::Stop)->setEnabled(false); });
 }

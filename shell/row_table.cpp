@@ -109,6 +109,17 @@ int RowTable::selectedRowCount() const
     return count;
 }
 
+// The toolkit makes the first row the current one without choosing it. The first arrow key would pass over it,
+// and who shows what belongs to a row would show that of one nobody has chosen.
+void RowTable::focusInEvent(QFocusEvent *event)
+{
+    const bool hadRow = currentIndex().isValid();
+    const QSignalBlocker quiet(selectionModel());
+    QTableView::focusInEvent(event);
+    if (!hadRow && selectionModel())
+        selectionModel()->clearCurrentIndex();
+}
+
 void RowTable::keyPressEvent(QKeyEvent *event)
 {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;

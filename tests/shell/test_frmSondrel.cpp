@@ -251,8 +251,10 @@ TEST_F(KeywordGrid, goesToItsEndsByHomeAndEnd)
 TEST_F(KeywordGrid, hasTheKeyboardAtTheStart)
 {
     EXPECT_TRUE(grid().hasFocus());
+    EXPECT_EQ(label(u"lblListingHint"_s), u"Select a keyword to see the listings of its last lookup."_s);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
     EXPECT_TRUE(enabled(Command::CopyKeywords)) << "a row has been selected";
+    EXPECT_EQ(grid().currentIndex().row(), 0);
 }
 
 TEST_F(KeywordGrid, selectsThePositionsOfAUrl)

@@ -1,4 +1,5 @@
 // The main window while keywords are looked up.
+#include "engines/frmEngineBuilder.h"
 #include "shell/status_panels.h"
 #include "tests/shell/main_window_test.h"
 #include "tests/support/bad_files.h"
@@ -135,6 +136,43 @@ TEST_F(MainLookup, keepsItsEngineChosen)
     EXPECT_EQ(window->CurrentEngine(), u"Zeta"_s);
     EXPECT_EQ(child().EngineName(), u"Zeta"_s);
     EXPECT_TRUE(child().Online());
+}
+
+TEST_F(MainLookup, keepsItsEngineChosenAfterTheEngineBuilder)
+{
+    start();
+    whenModal<frmEngineBuilder>([](frmEngineBuilder &builder) { builder.reject(); });
+    window->give(Command::EngineBuilder);
+    clickNode(u"China"_s, u"Gamma"_s);
+    QApplication::processEvents();
+    EXPECT_EQ(tree().currentItem()->text(0), u"Zeta"_s);
+}
+
+TEST_F(MainLookup, givesWayToTheEnginesThatAreLeftAfterwards)
+{
+    start();
+    whenModal<frmEngineBuilder>([this](frmEngineBuilder &builder) {
+        world.writeEngineData("[Markets]\r\n1=China\r\n[China]\r\n1=Gamma\r\n"
+                              "[Gamma]\r\nEngineURL=http://gamma.example/find\r\n");
+        builder.reject();
+    });
+    window->give(Command::EngineBuilder);
+    window->give(Command::Stop);
+    settle();
+    ASSERT_FALSE(child().Online());
+    clickNode(u"China"_s, u"Gamma"_s);
+    EXPECT_EQ(child().EngineName(), u"Gamma"_s);
+}
+
+TEST_F(MainLookup, givesItsCommandsBackWhenItsEndFails)
+{
+    child().session().writeReport = [] { throw Failure(u"The report cannot be written"_s); };
+    start();
+    for (std::size_t request = 0; request < 3; ++request)
+        answer(request);
+    EXPECT_TRUE(world.takeLog().endsWith(u"frmMain_LookUpComplete: The report cannot be written"));
+    EXPECT_TRUE(enabled(Command::LookupAll));
+    EXPECT_FALSE(enabled(Command::Stop));
 }
 
 TEST_F(MainLookup, keepsItsProjectChosen)
