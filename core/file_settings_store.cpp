@@ -149,9 +149,21 @@ void FileSettingsStore::save()
     m_unsaved = false; // what cannot be stored is given up: the file holds
     m_stamp.reset();
     const QString target = withoutLinks(m_file);
-    const QString folder = QFileInfo(target).path();
     if (const QFileInfo old(target); old.exists() && !old.isWritable())
         fail(u"Cannot write"_s, m_file, u"it is read-only"_s);
+    try {
+        replaceFile(target);
+    } catch (const Failure &failure) {
+        if (onUnwritten)
+            onUnwritten(failure.text());
+        throw;
+    }
+    m_stamp = stampOnDisk();
+}
+
+void FileSettingsStore::replaceFile(const QString &target) const
+{
+    const QString folder = QFileInfo(target).path();
     if (!QDir().mkpath(folder))
         fail(u"Cannot write"_s, m_file, u"its folder cannot be made"_s);
     TemporaryFile file(folder, OwnerOnly); // from the start
@@ -159,7 +171,6 @@ void FileSettingsStore::save()
         ::fchmod(file.file().descriptor(), OwnerOnly) != 0 || ::fsync(file.file().descriptor()) != 0 ||
         !file.moveTo(target))
         fail(u"Cannot write"_s, m_file, lastSystemError());
-    m_stamp = stampOnDisk();
 }
 
 } // namespace sondrel

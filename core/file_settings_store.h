@@ -4,6 +4,7 @@
 #include "core/settings_store.h"
 #include "core/settings_tree.h"
 
+#include <functional>
 #include <optional>
 
 namespace sondrel {
@@ -15,6 +16,10 @@ class FileSettingsStore final : public SettingsStore
 public:
     /// file in the system's spelling; it is made, with its folder, when the first key is.
     explicit FileSettingsStore(QString file);
+
+    /// Hears when the system does not let the file be replaced, before the Failure is thrown that says the
+    /// same. A file that the user has made read-only is no matter for it.
+    std::function<void(const QString &problem)> onUnwritten;
 
     bool hasKey(const QString &path) const override;
     void createKey(const QString &path) override;
@@ -40,6 +45,7 @@ private:
     SettingsTree load() const;
     void changed();
     void save();
+    void replaceFile(const QString &target) const;
 
     QString m_file;
     mutable SettingsTree m_tree;

@@ -39,10 +39,11 @@ constexpr qsizetype LongestName = 255; // bytes, the limit of Linux file systems
 
 } // namespace
 
-AppendFile::AppendFile(const QString &path, int flags) : m_path(path), m_file(path, flags)
+AppendFile::AppendFile(const HostPath &files, const QString &path, int flags)
+    : m_files(&files), m_path(path), m_file(path, flags)
 {
     if (!m_file.isOpen())
-        failWithSystemError(u"Cannot write"_s, path);
+        m_files->failToChange(u"Cannot write"_s, path);
 }
 
 void AppendFile::append(QByteArrayView bytes)
@@ -56,7 +57,7 @@ void AppendFile::append(QByteArrayView bytes)
     if (done > 0 && ::fstat(m_file.descriptor(), &info) == 0)
         std::ignore = ::ftruncate(m_file.descriptor(), info.st_size - done);
     errno = error;
-    failWithSystemError(u"Cannot write"_s, m_path);
+    m_files->failToChange(u"Cannot write"_s, m_path);
 }
 
 struct HostPath::Place
@@ -326,18 +327,32 @@ QByteArray HostPath::readAll(const QString &path) const
     return *std::move(bytes);
 }
 
+void HostPath::failToChange(const QString &what, const QString &path) const
+{
+    try {
+        failWithSystemError(what, path);
+    } catch (const Failure &failure) {
+        const bool isBelow = std::any_of(m_roots.begin(), m_roots.end(), [&](const QString &root) {
+            return path == root || path.startsWith(root + u'/');
+        });
+        if (onUnwritten && (isBelow || isInside(path)))
+            onUnwritten(failure.text());
+        throw;
+    }
+}
+
 void HostPath::replace(Entry &file, QByteArrayView bytes, QByteArrayView tail, bool flush)
 {
     const QString what = u"Cannot write"_s;
     // The folder's permission alone decides over a rename; a file that is not to be written stays.
     if (file.isFile() && ::access(QFile::encodeName(file.path()).constData(), W_OK) != 0)
-        failWithSystemError(what, file.path());
+        failToChange(what, file.path());
     FolderIndex::OwnChange change(m_index, file.folder.path);
     TemporaryFile copy(file.folder.path);
     if (!copy.isOpen() || !copy.file().writeAll(bytes, tail) ||
         (file.isFile() && ::fchmod(copy.file().descriptor(), file.mode & 07777) != 0) ||
         (flush && ::fsync(copy.file().descriptor()) != 0) || !copy.moveTo(file.path()))
-        failWithSystemError(what, file.path());
+        failToChange(what, file.path());
     change.added(file.name);
     file.folder.changed = change.changed();
 }
@@ -345,11 +360,11 @@ void HostPath::replace(Entry &file, QByteArrayView bytes, QByteArrayView tail, b
 AppendFile HostPath::openToAppend(Entry &file)
 {
     if (file.isFile())
-        return AppendFile(file.path(), O_WRONLY | O_APPEND);
+        return AppendFile(*this, file.path(), O_WRONLY | O_APPEND);
     FolderIndex::OwnChange change(m_index, file.folder.path);
     if (file.isLink() && ::unlink(QFile::encodeName(file.path()).constData()) != 0)
-        failWithSystemError(u"Cannot write"_s, file.path());
-    AppendFile result(file.path(), O_WRONLY | O_APPEND | O_CREAT);
+        failToChange(u"Cannot write"_s, file.path());
+    AppendFile result(*this, file.path(), O_WRONLY | O_APPEND | O_CREAT);
     change.added(file.name);
     file.folder.changed = change.changed();
     return result;
@@ -364,7 +379,7 @@ void HostPath::remove(Entry &file)
         fail(what, file.path(), file.kind());
     FolderIndex::OwnChange change(m_index, file.folder.path);
     if (::unlink(QFile::encodeName(file.path()).constData()) != 0)
-        failWithSystemError(what, file.path());
+        failToChange(what, file.path());
     change.removed(file.name);
     file.folder.changed = change.changed();
 }
@@ -439,7 +454,7 @@ HostPath::Directory HostPath::madeFolder(const QString &path)
         fail(what, path, u"it cannot be the name of a file"_s);
     Directory folder{place->root.isEmpty() ? path : place->root};
     if (place->names.isEmpty() && !QDir().mkpath(folder.path))
-        failWithSystemError(what, folder.path);
+        failToChange(what, folder.path);
     for (const QString &name : place->names) {
         const Entry next = folderEntry(folder, name);
         if (next.isThere() && !next.isFolder())
@@ -447,7 +462,7 @@ HostPath::Directory HostPath::madeFolder(const QString &path)
         if (!next.isThere()) {
             FolderIndex::OwnChange change(m_index, next.folder.path);
             if (::mkdir(QFile::encodeName(next.path()).constData(), 0777) != 0)
-                failWithSystemError(what, next.path());
+                failToChange(what, next.path());
             change.added(next.name);
         }
         folder = next.asFolder();
@@ -494,11 +509,11 @@ void HostPath::linkBeside(const QString &target, const QString &linkName)
     const QByteArray native = QFile::encodeName(link.path());
     FolderIndex::OwnChange change(m_index, link.folder.path);
     if (link.isLink() && ::unlink(native.constData()) != 0)
-        failWithSystemError(what, link.path());
+        failToChange(what, link.path());
     if (::symlink(QFile::encodeName(file.name).constData(), native.constData()) == 0)
         change.added(linkName);
     else if (errno != EPERM && errno != EOPNOTSUPP && errno != ENOSYS) // what file systems without links say
-        failWithSystemError(what, link.path());
+        failToChange(what, link.path());
 }
 
 } // namespace sondrel

@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <initializer_list>
 #include <optional>
 #include <unordered_map>
@@ -15,7 +16,9 @@
 
 namespace sondrel {
 
-/// A file that is open to be added to.
+class HostPath;
+
+/// A file that is open to be added to. Outlived by its HostPath.
 class AppendFile
 {
 public:
@@ -24,8 +27,9 @@ public:
 
 private:
     friend class HostPath;
-    AppendFile(const QString &path, int flags);
+    AppendFile(const HostPath &files, const QString &path, int flags);
 
+    const HostPath *m_files;
     QString m_path;
     NativeFile m_file;
 };
@@ -41,6 +45,10 @@ class HostPath
 {
 public:
     explicit HostPath(QStringList roots);
+
+    /// Hears of each change below the roots that the system did not let happen, before the Failure is thrown
+    /// that says the same.
+    std::function<void(const QString &problem)> onUnwritten;
 
     /// root + "\" + components. Throws Failure when a component cannot be a file name.
     static QString compose(const QString &root, std::initializer_list<QString> components);
@@ -84,6 +92,7 @@ public:
     void linkBeside(const QString &target, const QString &linkName);
 
 private:
+    friend class AppendFile;
     static bool isLinkName(const QString &name);
     struct Place; // a path divided into root and components
     struct Entry; // one name in a folder, as it stands on disk
@@ -102,6 +111,7 @@ private:
     static Entry sibling(const Entry &link);
     Entry followed(const Entry &link) const;
     bool isInside(const QString &canonical) const;
+    [[noreturn]] void failToChange(const QString &what, const QString &path) const;
     Entry target(const QString &path) const;
     Entry targetIn(const Directory &folder, const QString &name) const;
     Entry fileToWrite(Entry target) const;

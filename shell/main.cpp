@@ -42,6 +42,8 @@ int main(int argc, char **argv)
 
     QtTrayIcon tray;
     Program program(app, tray, problem);
+    settings.onUnwritten =
+        app.files.onUnwritten = [&program](const QString &unwritten) { program.tellUnwritten(unwritten); };
     QObject::connect(&instance, &SingleInstance::raiseWanted, &program, &Program::raise);
     QObject::connect(&program, &Program::ended, &application, &QCoreApplication::quit);
     if (!Main(app, folders.program, program)) {

@@ -6,10 +6,18 @@
 #include "shell/frmSplash.h"
 
 #include <QApplication>
+#include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace sondrel {
+
+namespace {
+
+// A lookup writes several files a second, and one box is enough for all of them.
+constexpr qint64 SecondsBetweenBoxes = 10;
+
+} // namespace
 
 Program::Program(ApplicationContext &app, TrayIcon &tray, QString problem)
     : m_app(app), m_trayIcon(tray), m_problem(std::move(problem))
@@ -37,6 +45,24 @@ void Program::tellProblems()
         m_app.desktop.showMessage(
             {m_app.deployment.Title, problem, MessageIcon::Exclamation, MessageButtons::Ok});
     }
+}
+
+// What is wrong at the start is told there.
+void Program::tellUnwritten(const QString &problem)
+{
+    if (!m_main || m_tellingUnwritten ||
+        (m_unwrittenTold.isValid() && m_unwrittenTold.secsTo(m_app.clock.now()) < SecondsBetweenBoxes))
+        return;
+    m_tellingUnwritten = true;
+    QTimer::singleShot(0, this, [this, problem] {
+        const QString advice = u"The change is not stored, and what was stored before is as it was. Make "
+                               u"room on the disk, or see "
+                               u"why nothing can be changed there, and do it again."_s;
+        m_app.desktop.showMessage({m_app.deployment.Title, problem + u".\r\n\r\n"_s + advice,
+                                   MessageIcon::Exclamation, MessageButtons::Ok});
+        m_unwrittenTold = m_app.clock.now();
+        m_tellingUnwritten = false;
+    });
 }
 
 void Program::createSplash()

@@ -4,6 +4,7 @@
 #include "automation/frmTrayIcon.h"
 #include "core/modStartUp.h"
 
+#include <QDateTime>
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
@@ -29,6 +30,9 @@ public:
     void showSplash() override;
     void Display() override;
 
+    /// Tells that something could not be stored, as soon as what is under way lets it; of all that happens
+    /// while the box shows, and right behind it, only of the first.
+    void tellUnwritten(const QString &problem);
     /// Brings the program forward, from wherever it is.
     void raise();
     bool hasEnded() const { return m_ended; }
@@ -62,6 +66,8 @@ private:
     std::unique_ptr<frmMain> m_main;
     std::unique_ptr<frmTrayIcon> m_tray;
     bool m_ended = false;
+    bool m_tellingUnwritten = false;
+    QDateTime m_unwrittenTold;
 };
 
 } // namespace sondrel

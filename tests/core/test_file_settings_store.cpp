@@ -332,6 +332,21 @@ TEST_F(SettingsOnDisk, tellWhenTheirFolderMustNotBeWritten)
     ASSERT_EQ(::chmod(QFile::encodeName(QFileInfo(file).path()).constData(), 0700), 0);
 }
 
+TEST_F(SettingsOnDisk, letItBeHeardWhenTheyCannotBeStored)
+{
+    QStringList heard;
+    store.onUnwritten = [&](const QString &problem) { heard.append(problem); };
+    QFile inTheWay(folder.filePath(u"config"_s));
+    const auto failure = failureOf([&] {
+        store.storeTogether([&] {
+            store.createKey(Key);
+            inTheWay.open(QIODevice::WriteOnly);
+        });
+    });
+    EXPECT_EQ(failure, u"Cannot write the settings file \""_s + file + u"\": its folder cannot be made"_s);
+    EXPECT_EQ(heard, QStringList{failure});
+}
+
 TEST_F(SettingsOnDisk, giveUpWhatCannotBeStored)
 {
     store.createKey(Key);

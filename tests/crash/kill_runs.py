@@ -53,7 +53,7 @@ def files(folder):
 
 def pages(folder):
     """The reports among the files."""
-    return files(folder / "app" / "Reports")
+    return {name: content for name, content in files(folder).items() if name.startswith("app/Reports/")}
 
 
 def is_debris(name):

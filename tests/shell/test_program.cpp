@@ -153,6 +153,43 @@ TEST_F(RunningProgram, tellsOfADamagedProjectListAndShowsWhatIsLeft)
     EXPECT_EQ(world.read(u"project.dat.damaged"_s), "[Accounts]\r\n1=Shop\r\n");
 }
 
+TEST_F(RunningProgram, tellsWhenAChangeCannotBeStored)
+{
+    writeShop();
+    start();
+    world.app.files.onUnwritten = [this](const QString &problem) { program->tellUnwritten(problem); };
+    const QString folder = world.path(u"Projects/Shop"_s);
+    QDir(folder).removeRecursively();
+    EXPECT_THROW(world.app.files.writeAll(world.app.appFile({u"Projects"_s, u"Shop"_s, u"Shop.dat"_s}), "x"),
+                 Failure);
+    EXPECT_TRUE(world.desktop.boxes.empty()); // not in the midst of it
+    QApplication::processEvents();
+    const MessageBox told{
+        u"Marovia Sondrel V4"_s,
+        u"Cannot write \""_s + folder +
+            u"/Shop.dat\": No such file or directory.\r\n\r\nThe change is not stored, and what was stored "
+            u"before is as it was. Make room on the disk, or see why nothing can be changed there, and do it "
+            u"again."_s,
+        MessageIcon::Exclamation, MessageButtons::Ok};
+    EXPECT_EQ(world.desktop.boxes, std::vector<MessageBox>{told});
+}
+
+TEST_F(RunningProgram, tellsOnceOfManyChangesThatCannotBeStored)
+{
+    writeShop();
+    start();
+    const auto boxesAfter = [this](int milliseconds) {
+        world.clock.advance(milliseconds);
+        for (int i = 0; i < 3; ++i)
+            program->tellUnwritten(u"Cannot write"_s);
+        QApplication::processEvents();
+        return world.desktop.boxes.size();
+    };
+    EXPECT_EQ(boxesAfter(0), 1U);
+    EXPECT_EQ(boxesAfter(9000), 1U);
+    EXPECT_EQ(boxesAfter(1000), 2U);
+}
+
 TEST_F(RunningProgram, survivesTheLossOfItsFolders)
 {
     writeShop();
