@@ -57,6 +57,7 @@ class LostDisk(unittest.TestCase):
         stack.callback(subprocess.run, ["umount", "-l", self.disk], check=True)
         self.program = os.environ["SONDREL_STORES"]
         self.stores = None
+        self.told = []
 
     def mount(self, options):
         subprocess.run(["mount", "-o", f"remount,{options}", self.disk], check=True)
@@ -79,6 +80,7 @@ class LostDisk(unittest.TestCase):
             give()
             kill_runs.check(self.program, operation, folder, reference, MIXED)
             self.assertEqual(worse_positions(folder), [])
+            self.told += failures(said)
             self.assertEqual(lost(self.program, folder, reference, said), [], "not written, and nothing is said")
             lead_log_out(folder, log)  # loading has put a new one there
             self.assert_silent(self.stores.write(0))
@@ -117,7 +119,30 @@ class LostDisk(unittest.TestCase):
                         (self.disk / operation / (name + source)).rename(self.disk / operation / (name + target))
         self.check_each(lambda: move("", ".away"), lambda: move(".away", ""))
 
-    def test_quota(self):
+    def test_used_up_quota(self):
+        """A file system that rations each of its parts; where none can be made, the failing calls stand in for it."""
+        image = self.outside / "image"
+        with open(image, "wb") as file:
+            file.truncate(200 << 20)
+        subvolume = self.disk / "rationed"
+        for command in (["mkfs.btrfs", "-q", image], ["mount", "-o", "loop", image, self.disk],
+                        ["btrfs", "-q", "quota", "enable", self.disk],
+                        ["btrfs", "-q", "subvolume", "create", subvolume]):
+            if not shutil.which(command[0]) or subprocess.run(
+                    command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False).returncode:
+                self.skipTest("no file system with quotas can be made and mounted here")
+            if command[0] == "mount":
+                self.addCleanup(subprocess.run, ["umount", "-l", self.disk], check=True)
+        self.disk = subvolume
+
+        def limit(size):
+            # What has not reached the disk is not counted; in the part itself not even this could be changed.
+            subprocess.run(["btrfs", "-q", "filesystem", "sync", subvolume], check=True)
+            subprocess.run(["btrfs", "-q", "qgroup", "limit", size, "0/256", subvolume.parent], check=True)
+        self.check_each(lambda: limit("20k"), lambda: limit("none"))
+        self.assertTrue(any(line.endswith("Disk quota exceeded") for line in self.told), self.told)
+
+    def test_limited_files(self):
         """No file may grow larger than that, the log included."""
         def limit(size):
             resource.prlimit(self.stores.process.pid, resource.RLIMIT_FSIZE, (size, resource.RLIM_INFINITY))
