@@ -6,17 +6,13 @@
 #include "lookup/keyword_files.h"
 #include "lookup/listing_walk.h"
 
+#include <QStringBuilder>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace sondrel {
 
 namespace {
-
-template <typename... Part>
-void add(QString &text, const Part &...parts)
-{
-    (text.append(parts), ...);
-}
 
 qint16 oneMore(qint16 count)
 {
@@ -77,9 +73,9 @@ void clsSearchKeyword::analyse(const PageText &page, const QString &copyName, Pa
 {
     if (Pages == 1)
         beginRun(page, record);
-    add(record.report, "<br><b>Page "_L1, QString::number(Pages), ": </b><a href="_L1, copyName,
-        ">View full search results for this page on local PC</a> or <a href="_L1, URL,
-        ">View full search results for this page online</a><br><br>\r\n<ol>\r\n"_L1);
+    record.report += "<br><b>Page "_L1 % QString::number(Pages) % ": </b><a href="_L1 % copyName %
+                     ">View full search results for this page on local PC</a> or <a href="_L1 % URL %
+                     ">View full search results for this page online</a><br><br>\r\n<ol>\r\n"_L1;
     Piece rest = page.all();
     const Piece block = page.takeSection(rest, Needle(ResultStartString), Needle(ResultEndString));
     ListingWalk walk(
@@ -88,18 +84,17 @@ void clsSearchKeyword::analyse(const PageText &page, const QString &copyName, Pa
     const TrackedAddresses tracked(m_app, RankingURL);
     while (const auto listing = walk.next())
         recordListing(*listing, tracked, record);
-    add(record.report, "</ol><br>\r\n"_L1);
+    record.report += "</ol><br>\r\n"_L1;
 }
 
 // The first page of a run: the old position becomes the last one, and the keyword counts as lost until it is
 // found.
 void clsSearchKeyword::beginRun(const PageText &page, PageRecord &record)
 {
-    add(record.report,
-        "<table  border =0 width = 100% cellspacing=0 cellpadding=0><tr bgcolor=#c12457>"
-        "<td><b><font color=#FFFFFF  face=arial size=2><a name="_L1,
-        m_engineName, u'>', m_engineName, "</a> ->: "_L1, Keyword,
-        "</font></b></td></tr><tr><td><font face=arial size=2>"_L1);
+    record.report += "<table  border =0 width = 100% cellspacing=0 cellpadding=0><tr bgcolor=#c12457>"
+                     "<td><b><font color=#FFFFFF  face=arial size=2><a name="_L1 %
+                     m_engineName % u'>' % m_engineName % "</a> ->: "_L1 % Keyword %
+                     "</font></b></td></tr><tr><td><font face=arial size=2>"_L1;
     const QString count =
         clsConnect(m_app).GetMatchesCounts(page, page.all(), Needle(beginMatches), Needle(endMatches));
     if (IsNumberText(count))
@@ -112,18 +107,19 @@ void clsSearchKeyword::recordListing(const Listing &listing, const TrackedAddres
                                      PageRecord &record)
 {
     const QString page = QString::number(Pages);
-    add(record.listing, listing.URL, ";#"_L1, listing.Title, ";#"_L1, page, "\r\n"_L1);
+    record.listing += listing.URL % ";#"_L1 % listing.Title % ";#"_L1 % page % "\r\n"_L1;
     if (!listing.URL.isEmpty()) {
         m_linksCount = oneMore(m_linksCount);
         // A listing that belongs to two tracked addresses is two matches.
         for (int matches = tracked.countOf(listing.URL); matches > 0; --matches) {
             storePosition(listing.URL, page);
-            add(record.report, "<br><font color=#c12457><b>Position: "_L1, QString::number(m_linksCount),
-                " Page: "_L1, page, "<br>Matched URL: "_L1, listing.URL, "</b></font><br><br>\r\n"_L1);
+            record.report += "<br><font color=#c12457><b>Position: "_L1 % QString::number(m_linksCount) %
+                             " Page: "_L1 % page % "<br>Matched URL: "_L1 % listing.URL %
+                             "</b></font><br><br>\r\n"_L1;
         }
     }
-    add(record.report, "<li><a href="_L1, listing.URL, u'>', listing.Title,
-        "</b></a> <font color=#999999>("_L1, listing.URL, ")</font><br>\r\n"_L1);
+    record.report += "<li><a href="_L1 % listing.URL % u'>' % listing.Title %
+                     "</b></a> <font color=#999999>("_L1 % listing.URL % ")</font><br>\r\n"_L1;
 }
 
 // The first match of a run is the keyword's position; further ones have rows of their own, unless only the
