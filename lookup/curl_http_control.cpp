@@ -96,6 +96,9 @@ void CurlControl::setUp()
     curl_easy_setopt(m_easy, CURLOPT_PROXYAUTH, CURLAUTH_BASIC);
     // Left alone libcurl asks the environment for both this and the proxy.
     curl_easy_setopt(m_easy, CURLOPT_NOPROXY, "");
+    // Else taking a transfer back while the name of its host is being asked for waits for the answer: with a
+    // name server out of reach the program would stand still for as long as the system keeps asking.
+    curl_easy_setopt(m_easy, CURLOPT_QUICK_EXIT, 1L);
     // The time limit belongs to the caller; the longest one here stands for none.
     curl_easy_setopt(m_easy, CURLOPT_CONNECTTIMEOUT_MS, long{std::numeric_limits<int>::max()});
     curl_easy_setopt(m_easy, CURLOPT_BUFFERSIZE, ReceiveBuffer);

@@ -64,6 +64,8 @@ CURL *CurlMulti::openHandle(Client &client)
     ++m_handles;
     curl_easy_setopt(easy, CURLOPT_PRIVATE, &client);
     curl_easy_setopt(easy, CURLOPT_SHARE, m_share);
+    curl_easy_setopt(easy, CURLOPT_SOCKOPTFUNCTION, &CurlMulti::onOpen);
+    curl_easy_setopt(easy, CURLOPT_SOCKOPTDATA, this);
     curl_easy_setopt(easy, CURLOPT_CLOSESOCKETFUNCTION, &CurlMulti::onClose);
     curl_easy_setopt(easy, CURLOPT_CLOSESOCKETDATA, this);
     return easy;
@@ -163,17 +165,33 @@ int CurlMulti::onSocket(CURL *, curl_socket_t socket, int what, void *self, void
     }
 }
 
+int CurlMulti::onOpen(void *self, curl_socket_t socket, curlsocktype) noexcept
+{
+    try {
+        static_cast<CurlMulti *>(self)->m_sockets[socket].isConnection = true;
+        return CURL_SOCKOPT_OK;
+    } catch (const std::exception &) {
+        return CURL_SOCKOPT_ERROR;
+    }
+}
+
 int CurlMulti::onClose(void *self, curl_socket_t socket) noexcept
 {
     auto &sockets = static_cast<CurlMulti *>(self)->m_sockets;
     if (const auto watched = sockets.find(socket); watched != sockets.end()) {
-        watched->second.awaitsReading = false;
-        for (const auto &notifier : {watched->second.reading.get(), watched->second.writing.get()}) {
-            if (notifier)
-                notifier->setEnabled(false);
-        }
+        watched->second.isConnection = false;
+        watched->second.ignore();
     }
     return ::close(socket);
+}
+
+void CurlMulti::Socket::ignore()
+{
+    awaitsReading = false;
+    for (QSocketNotifier *notifier : {reading.get(), writing.get()}) {
+        if (notifier)
+            notifier->setEnabled(false);
+    }
 }
 
 int CurlMulti::onTimer(CURLM *, long wait, void *self) noexcept
@@ -196,6 +214,9 @@ void CurlMulti::setTimer()
 void CurlMulti::watch(curl_socket_t socket, bool reading, bool writing)
 {
     Socket &watched = m_sockets[socket];
+    // What is no connection is closed without a word when libcurl lets go of it.
+    if (!watched.isConnection && !reading && !writing)
+        return watched.ignore();
     watched.awaitsReading = reading;
     // Left on when a transfer is over: as a rule the next one on this connection follows at once.
     if (reading)

@@ -58,9 +58,13 @@ private:
         std::unique_ptr<QSocketNotifier> reading;
         std::unique_ptr<QSocketNotifier> writing;
         bool awaitsReading = false; // the notifier may be on without that
+        bool isConnection = false;  // else it wakes libcurl when a name has been looked up
+
+        void ignore();
     };
 
     static int onSocket(CURL *easy, curl_socket_t socket, int what, void *self, void *data) noexcept;
+    static int onOpen(void *self, curl_socket_t socket, curlsocktype purpose) noexcept;
     static int onClose(void *self, curl_socket_t socket) noexcept;
     static int onTimer(CURLM *multi, long wait, void *self) noexcept;
 
