@@ -26,6 +26,7 @@ namespace sondrel {
 namespace {
 
 constexpr qsizetype LongestName = 255; // bytes, the limit of Linux file systems
+constexpr auto ThisFolder = "."_L1;
 
 [[noreturn]] void fail(const QString &what, const QString &path, const QString &why)
 {
@@ -221,12 +222,17 @@ bool HostPath::isInside(const QString &canonical) const
     });
 }
 
-// The file that a link of the program's own stands for; without a name when the link is of another kind.
-HostPath::Entry HostPath::sibling(const Entry &link)
+QString HostPath::linkText(const Entry &link)
 {
     std::array<char, PATH_MAX> text;
     const auto length = ::readlink(QFile::encodeName(link.path()).constData(), text.data(), text.size());
-    const QString name = QFile::decodeName(QByteArray(text.data(), std::max<qsizetype>(length, 0)));
+    return QFile::decodeName(QByteArray(text.data(), std::max<qsizetype>(length, 0)));
+}
+
+// The file that a link of the program's own stands for; without a name when the link is of another kind.
+HostPath::Entry HostPath::sibling(const Entry &link)
+{
+    const QString name = linkText(link);
     if (!isFileName(name))
         return {};
     Entry result = Entry::at(link.folder, name);
@@ -498,19 +504,36 @@ void HostPath::makeFolder(const QString &path)
 
 void HostPath::linkBeside(const QString &target, const QString &linkName)
 {
+    link(target, linkName, false);
+}
+
+void HostPath::linkVaguely(const QString &target, const QString &linkName)
+{
+    link(target, linkName, true);
+}
+
+void HostPath::link(const QString &target, const QString &linkName, bool vaguely)
+{
     if (!isLinkName(linkName))
         return;
     const Entry file = this->target(target);
     const Entry link = Entry::at(file.folder, linkName);
-    if (linkName == file.name || (link.isThere() && !link.isLink()) ||
-        (link.isLink() && sibling(link).name == file.name))
+    if (linkName == file.name || (link.isThere() && !link.isLink()))
         return;
+    QString text = file.name;
+    if (link.isLink()) {
+        const QString present = linkText(link);
+        if (vaguely && present != text && (present == ThisFolder || sibling(link).isThere()))
+            text = ThisFolder;
+        if (present == text)
+            return;
+    }
     const QString what = u"Cannot make the link"_s;
     const QByteArray native = QFile::encodeName(link.path());
     FolderIndex::OwnChange change(m_index, link.folder.path);
     if (link.isLink() && ::unlink(native.constData()) != 0)
         failToChange(what, link.path());
-    if (::symlink(QFile::encodeName(file.name).constData(), native.constData()) == 0)
+    if (::symlink(QFile::encodeName(text).constData(), native.constData()) == 0)
         change.added(linkName);
     else if (errno != EPERM && errno != EOPNOTSUPP && errno != ENOSYS) // what file systems without links say
         failToChange(what, link.path());

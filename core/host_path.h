@@ -90,6 +90,8 @@ public:
     /// any other, since browsers ask for names that hold one. A write to the name of such a link goes to its
     /// target where the two names differ in case only, and replaces the link otherwise.
     void linkBeside(const QString &target, const QString &linkName);
+    /// As linkBeside, for a name that may stand for several files: once it does, it leads to their folder.
+    void linkVaguely(const QString &target, const QString &linkName);
 
 private:
     friend class AppendFile;
@@ -108,6 +110,7 @@ private:
     std::optional<struct stat> status(const QString &path) const;
     Entry entry(const Directory &folder, const QString &name) const;
     Entry folderEntry(const Directory &folder, const QString &name) const;
+    static QString linkText(const Entry &link);
     static Entry sibling(const Entry &link);
     Entry followed(const Entry &link) const;
     bool isInside(const QString &canonical) const;
@@ -120,6 +123,7 @@ private:
     void replace(Entry &file, QByteArrayView bytes, QByteArrayView tail, bool flush);
     AppendFile openToAppend(Entry &file);
     void remove(Entry &file);
+    void link(const QString &target, const QString &linkName, bool vaguely);
     Directory madeFolder(const QString &path);
 
     QStringList m_roots;

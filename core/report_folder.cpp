@@ -2,6 +2,8 @@
 
 #include <QFile>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace sondrel {
@@ -32,6 +34,32 @@ QByteArray decodedEscapes(const QByteArray &name)
     return result;
 }
 
+// What a browser makes of a name that is not ASCII. The titles that stand in the same page are UTF-8 as a
+// rule; without them western pages can look Central European or Baltic.
+QStringList guessedReadings(const ApplicationContext &app, const QString &name)
+{
+    const QByteArray bytes = app.toBytes(name);
+    if (std::all_of(bytes.begin(), bytes.end(), [](char byte) { return byte >= 0; }))
+        return {};
+    QStringList readings{QString::fromUtf8(bytes)};
+    if (readings.first() == name) // nobody mistakes UTF-8
+        return {};
+    for (const int number : {1250, 1257})
+        readings.append(CodePage::find(number)->fromBytes(bytes));
+    readings.removeAll(name);
+    readings.removeDuplicates();
+    return readings;
+}
+
+void linkDecodedName(ApplicationContext &app, const QString &path, const QString &reading,
+                     void (HostPath::*link)(const QString &, const QString &))
+{
+    const QByteArray decoded = decodedEscapes(QFile::encodeName(reading));
+    const QString linkName = QFile::decodeName(decoded);
+    if (QFile::encodeName(linkName) == decoded)
+        (app.files.*link)(path, linkName);
+}
+
 } // namespace
 
 void ensureReportsFolder(ApplicationContext &app)
@@ -42,15 +70,12 @@ void ensureReportsFolder(ApplicationContext &app)
     app.files.linkBeside(folder, u"reports"_s);
 }
 
-void linkDecodedName(ApplicationContext &app, const QString &path)
+void linkBrowserNames(ApplicationContext &app, const QString &path)
 {
     const QString name = path.sliced(path.lastIndexOf(u'\\') + 1);
-    if (!name.contains(u'%'))
-        return;
-    const QByteArray decoded = decodedEscapes(QFile::encodeName(name));
-    const QString linkName = QFile::decodeName(decoded);
-    if (linkName != name && QFile::encodeName(linkName) == decoded)
-        app.files.linkBeside(path, linkName);
+    linkDecodedName(app, path, name, &HostPath::linkBeside);
+    for (const QString &reading : guessedReadings(app, name))
+        linkDecodedName(app, path, reading, &HostPath::linkVaguely);
 }
 
 } // namespace sondrel

@@ -10,9 +10,10 @@ namespace sondrel {
 /// ways, and a browser minds the case. Throws Failure.
 void ensureReportsFolder(ApplicationContext &app);
 
-/// Makes a link beside a report file whose name holds escapes, under the name that a browser looks for: it
-/// decodes a link ("%27") before it opens the file. Does nothing where that is no possible name. Throws
-/// Failure.
-void linkDecodedName(ApplicationContext &app, const QString &path);
+/// Makes links beside a report file, under the other names that a browser may look for: it decodes the escapes
+/// of an address ("%27") before it opens the file, and where a name holds more than ASCII it reads it by the
+/// charset that it guesses for the page with the address, since the pages tell none. Does nothing where that
+/// is no possible name. Throws Failure.
+void linkBrowserNames(ApplicationContext &app, const QString &path);
 
 } // namespace sondrel

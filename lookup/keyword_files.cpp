@@ -49,21 +49,21 @@ void KeywordFiles::savePage(int page, const QByteArray &bytes)
     const QString name = HostPath::checkedName(pageName(page));
     openFolders();
     m_reports->writeUnflushed(name, bytes, "\r\n");
-    linkDecodedName(m_app, m_reportsFolder + u'\\' + name);
+    linkBrowserNames(m_app, m_reportsFolder + u'\\' + name);
 }
 
 void KeywordFiles::openAnew()
 {
     m_openListing.emplace(m_results.value().openAnew(m_listing));
     m_openReport.emplace(m_reports.value().openAnew(m_report));
-    linkDecodedName(m_app, m_reportsFolder + u'\\' + m_report);
+    linkBrowserNames(m_app, m_reportsFolder + u'\\' + m_report);
 }
 
 void KeywordFiles::open()
 {
     m_openListing.emplace(m_results.value().openToAppend(m_listing));
     m_openReport.emplace(m_reports.value().openToAppend(m_report));
-    linkDecodedName(m_app, m_reportsFolder + u'\\' + m_report);
+    linkBrowserNames(m_app, m_reportsFolder + u'\\' + m_report);
 }
 
 void KeywordFiles::append(const QString &listing, const QString &report)

@@ -72,7 +72,7 @@ TEST(ReportFolder, isNotMadeOverAFile)
     EXPECT_EQ(world.read(u"Reports"_s), "mine");
 }
 
-TEST(DecodedName, isLinkedWhereAFileCanBearIt)
+TEST(BrowserNames, areLinkedWhereAFileCanBearThem)
 {
     struct Row
     {
@@ -90,11 +90,61 @@ TEST(DecodedName, isLinkedWhereAFileCanBearIt)
         {"zero", u"a%00b"_s, {u"a%00b"_s}},
         {"no text", u"a%FFb"_s, {u"a%FFb"_s}},
         {"the folder above", u"%2E%2E"_s, {u"%2E%2E"_s}},
+        {"read as UTF-8, as Central European, as Baltic",
+         u"na\u00efve"_s,
+         {u"na\u00efve"_s, u"na\u010fve>na\u00efve"_s, u"na\u013cve>na\u00efve"_s,
+          u"na\ufffdve>na\u00efve"_s}},
+        {"letters and escapes",
+         u"b\u00e8%27s"_s,
+         {u"b\u00e8%27s"_s, u"b\u00e8's>b\u00e8%27s"_s, u"b\u010d's>b\u00e8%27s"_s,
+          u"b\ufffd's>b\u00e8%27s"_s}},
+        {"letters that all read alike but for UTF-8",
+         u"gr\u00f6\u00dfe"_s,
+         {u"gr\u00f6\u00dfe"_s, u"gr\ufffd\ufffde>gr\u00f6\u00dfe"_s}},
     };
     for (const Row &row : rows) {
         World world;
         world.write(u"Reports/"_s + row.file, "x");
-        linkDecodedName(world.app, world.app.appFile({u"Reports"_s, row.file}));
+        linkBrowserNames(world.app, world.app.appFile({u"Reports"_s, row.file}));
         EXPECT_EQ(shown(world, u"Reports"_s), row.shown) << row.name;
     }
+}
+
+TEST(BrowserNames, areNotGuessedWhereThePagesAreUtf8)
+{
+    World world;
+    world.setPreference(u"CodePage"_s, u"65001"_s);
+    world.write(u"Reports/na\u00efve"_s, "x");
+    linkBrowserNames(world.app, world.app.appFile({u"Reports"_s, u"na\u00efve"_s}));
+    EXPECT_EQ(shown(world, u"Reports"_s), QStringList{u"na\u00efve"_s});
+}
+
+TEST(BrowserNames, leadToTheFolderWhenTheyMayMeanSeveralFiles)
+{
+    World world;
+    const QStringList words{u"gr\u00f6\u00dfe"_s, u"gr\u00fc\u00dfe"_s};
+    for (const QString &word : words)
+        world.write(u"Reports/"_s + word, "x");
+    const QString shared = world.path(u"Reports/gr\ufffd\ufffde"_s);
+    const auto link = [&](const QString &word) {
+        linkBrowserNames(world.app, world.app.appFile({u"Reports"_s, word}));
+        return QFile::symLinkTarget(shared);
+    };
+    EXPECT_EQ(link(words[0]), world.path(u"Reports/"_s + words[0]));
+    EXPECT_EQ(link(words[0]), world.path(u"Reports/"_s + words[0]));
+    for (const QString &word : {words[1], words[0], words[1]})
+        EXPECT_TRUE(QFileInfo(link(word)).isDir()) << qPrintable(word);
+}
+
+TEST(BrowserNames, leaveALinkToAFileThatIsGone)
+{
+    World world;
+    world.write(u"Reports/gr\u00fc\u00dfe"_s, "x");
+    const auto path = [&](const QString &word) { return world.app.appFile({u"Reports"_s, word}); };
+    linkBrowserNames(world.app, path(u"gr\u00fc\u00dfe"_s));
+    world.app.files.remove(path(u"gr\u00fc\u00dfe"_s));
+    world.write(u"Reports/gr\u00f6\u00dfe"_s, "x");
+    linkBrowserNames(world.app, path(u"gr\u00f6\u00dfe"_s));
+    EXPECT_EQ(QFile::symLinkTarget(world.path(u"Reports/gr\ufffd\ufffde"_s)),
+              world.path(u"Reports/gr\u00f6\u00dfe"_s));
 }
