@@ -132,7 +132,7 @@ public:
     QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override
     {
         QList<QSize> sizes;
-        for (const int side : {16, 22, 24, 32, 48, 64})
+        for (const int side : {16, 24, 32, 48, 64})
             sizes.append({side, side});
         return sizes;
     }
