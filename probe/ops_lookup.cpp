@@ -97,8 +97,6 @@ QJsonObject lookup(const Call &call)
     QTimer stop;
     stop.setSingleShot(true);
     QObject::connect(&stop, &QTimer::timeout, &session, &LookupSession::Disconnect);
-    if (const QJsonValue after = call.request.value(u"cancel_after_ms"_s); after.isDouble())
-        stop.start(after.toInt());
 
     QElapsedTimer elapsed;
     elapsed.start();
@@ -110,8 +108,11 @@ QJsonObject lookup(const Call &call)
                                           selectedRows(*session.Keywords, which.toArray()));
         else
             session.LookupALLKeyword();
+        const QJsonValue after = call.request.value(u"cancel_after_ms"_s);
         if (!session.Online())
             loop.quit();
+        else if (after.isDouble())
+            stop.start(after.toInt());
     });
     loop.exec();
 

@@ -8,6 +8,8 @@
 #include <QHash>
 #include <QVarLengthArray>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace sondrel {
@@ -53,6 +55,13 @@ void setResults(clsKeyword &row, const Fields &fields)
     row.Change = fields[5].toString();
     row.URL = fields[6].toString();
     row.Status = fields[7].toString();
+}
+
+// Where a row is to be added: at the end for -1 alone; there is no position 0.
+qsizetype positionOf(qsizetype index)
+{
+    constexpr qsizetype AtTheEnd = -1;
+    return index == AtTheEnd ? AtTheEnd : std::max<qsizetype>(index, 0);
 }
 
 // Whether a number stands between the first "(" and the first ")".
@@ -108,7 +117,7 @@ void clsKeywords::Add(const QString &key, const QString &keywordText, qsizetype 
     clsKeyword row;
     row.Keyword = keywordText;
     try {
-        Keywords.Add(std::move(row), key, index);
+        Keywords.Add(std::move(row), key, positionOf(index));
     } catch (const std::exception &) {
         // A row that is there already stays as it is.
         return;
@@ -118,7 +127,7 @@ void clsKeywords::Add(const QString &key, const QString &keywordText, qsizetype 
 void clsKeywords::AddKeyword(const clsKeyword &keyword, qsizetype index)
 {
     try {
-        Keywords.Add(keyword, keyword.Keyword, index);
+        Keywords.Add(keyword, keyword.Keyword, positionOf(index));
     } catch (const std::exception &) {
         // As above.
         return;

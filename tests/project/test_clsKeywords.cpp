@@ -126,6 +126,7 @@ TEST(ClsKeywords, addsBeforeAPositionAndIgnoresWhatCannotBe)
     keywords.Add(u"B"_s, u"other"_s, -1);
     keywords.Add(u"c"_s, u"c"_s, 7);
     keywords.Add(u"d"_s, u"d"_s, 0);
+    keywords.Add(u"e"_s, u"e"_s, -2);
     keywords.AddKeyword(named(u"A"_s), -1);
     keywords.AddKeyword(named(u"z"_s), -1);
     EXPECT_EQ(namesIn(keywords), (QStringList{u"a"_s, u"b"_s, u"z"_s}));
