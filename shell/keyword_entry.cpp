@@ -17,11 +17,11 @@ bool breaksAField(QChar unit)
 
 } // namespace
 
-QString storableKeyword(const QString &text)
+QString storableKeyword(const ApplicationContext &app, const QString &text)
 {
-    if (std::none_of(text.begin(), text.end(), breaksAField))
-        return text;
-    QString storable = text;
+    QString storable = app.fromBytes(app.toBytes(text));
+    if (std::none_of(storable.cbegin(), storable.cend(), breaksAField))
+        return storable;
     std::replace_if(storable.begin(), storable.end(), breaksAField, QChar(u' '));
     return trimBlanks(storable).toString();
 }
@@ -29,9 +29,10 @@ QString storableKeyword(const QString &text)
 QString cleanedKeywordsText(qsizetype count)
 {
     return count == 1
-               ? u"A keyword can hold neither \";\" nor a line end. Blanks stand in their place now."_s
-               : u"Keywords can hold neither \";\" nor line ends. Blanks stand in their place now in %1 "
-                 "keywords."_s.arg(count);
+               ? u"A keyword can hold neither \";\" nor a line end, nor letters of a foreign script. "
+                 "Blanks and \"?\" stand in their place now."_s
+               : u"Keywords can hold neither \";\" nor line ends, nor letters of a foreign script. Blanks "
+                 "and \"?\" stand in their place now in %1 keywords."_s.arg(count);
 }
 
 } // namespace sondrel

@@ -116,7 +116,7 @@ void KeywordModel::AddKeywordColToGrid(const QStringList &texts)
         std::vector<clsKeyword> rows; // told to the view in one piece: there may be 100,000
         for (const QString &text : texts) {
             clsKeyword keyword;
-            keyword.Keyword = storableKeyword(text);
+            keyword.Keyword = storableKeyword(m_app, text);
             if (trimBlanks(keyword.Keyword).isEmpty() || m_keywords->Keywords.HasKey(keyword.Keyword))
                 continue;
             cleaned += keyword.Keyword != text;
@@ -287,7 +287,7 @@ bool KeywordModel::setData(const QModelIndex &index, const QVariant &value, int 
 // further change of that row finds no keyword and is refused.
 bool KeywordModel::rename(int row, const QString &name)
 {
-    const QString storable = storableKeyword(name);
+    const QString storable = storableKeyword(m_app, name);
     if (trimBlanks(storable).isEmpty())
         return false;
     if (isTaken(row, storable)) {

@@ -147,6 +147,22 @@ TEST_F(Model, cleansWhatIsAddedAndPassesBlanksOver)
     EXPECT_EQ(cleaned, 2);
 }
 
+TEST_F(Model, showsLettersOfAForeignScriptAsTheyWillBeStored)
+{
+    qsizetype cleaned = 0;
+    QObject::connect(&model, &KeywordModel::keywordsCleaned, &model,
+                     [&](qsizetype count) { cleaned += count; });
+    model.PopulateKeywords({});
+    model.AddKeywordColToGrid({u"\u0447\u0430\u0439"_s, u"\u0434\u043e\u043c"_s, u"caf\u00e9"_s});
+    EXPECT_EQ(shown(), (QStringList{u"boots"_s, u"tea"_s, u"???"_s, u"caf\u00e9"_s}));
+    EXPECT_EQ(cleaned, 1);
+    keywords.SaveKeywords();
+    clsKeywords stored(world.app);
+    stored.AccountName = keywords.AccountName;
+    stored.LoadKeywords();
+    EXPECT_EQ(stored.Count(), keywords.Count()) << "nothing ends the load";
+}
+
 TEST_F(Model, checksManyRowsAndSavesOnce)
 {
     model.filter = ViewFilter::All;
