@@ -190,17 +190,21 @@ void clsEngine::LoadEngineFile(const QByteArray &bytes)
     for (const QString &market : unbrokenList(file, Markets)) {
         const QString foldedMarket = folded(market);
         if (marketsRead.contains(foldedMarket))
-            continue; // all its engines are in the table
-        marketsRead.insert(foldedMarket);
+            continue;         // all its engines are in the table
+        bool trimmed = false; // a name that was is not found when its market comes again
         for (const QString &engine : unbrokenList(file, market)) {
             if (m_rows.empty())
                 IsEngineExist(market, engine); // logs that there is none to ask for
             if (m_marketNames.contains(pairKey(foldedMarket, folded(engine))))
                 continue;
-            addRow(market, foldedMarket, trimBlanks(engine).toString(), file);
+            const QString name = trimBlanks(engine).toString();
+            trimmed = trimmed || name != engine;
+            addRow(market, foldedMarket, name, file);
             if (odd)
                 row(GetEngineCount()); // throws where a number does not fit
         }
+        if (!trimmed)
+            marketsRead.insert(foldedMarket);
     }
 }
 

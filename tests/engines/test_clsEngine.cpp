@@ -145,6 +145,12 @@ TEST_F(ClsEngine, hasARowForEveryMarketOfAnEngine)
     EXPECT_FALSE(engines.GetEngineNameMarketCol());
 }
 
+TEST_F(ClsEngine, trimsANameWhenItIsInTheTableOnly)
+{
+    ASSERT_TRUE(load("[Markets]\n1=A\n2=a\n[A]\n1=' Finder '\n2=Seeker\n"));
+    EXPECT_EQ(rows(), (QStringList{u"A/Finder"_s, u"A/Seeker"_s, u"a/Finder"_s}));
+}
+
 TEST_F(ClsEngine, listsMarketsAndNames)
 {
     ASSERT_TRUE(load("[Markets]\n1=' A '\n2=B\n[A]\n1=Finder\n[B]\n1=Poster\n"));
