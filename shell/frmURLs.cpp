@@ -114,7 +114,7 @@ std::vector<KnownURL> frmURLs::rows() const
 void frmURLs::addTyped()
 {
     reportFailure(app(), u"frmURLs_cmdAdd_Click error: "_s, [&] {
-        const auto url = typedURL(m_typed->text());
+        const auto url = typedURL(app(), m_typed->text());
         if (!url) {
             app().desktop.showMessage({windowTitle(), u"Invalid URL."_s, MessageIcon::Critical});
             m_typed->selectAll();

@@ -58,12 +58,13 @@ void saveKnownURLs(ApplicationContext &app, const std::vector<KnownURL> &rows)
         throw Failure(u"The list of known URLs cannot be written: "_s + fileOfKnownURLs(app));
 }
 
-std::optional<QString> typedURL(const QString &text)
+std::optional<QString> typedURL(const ApplicationContext &app, const QString &text)
 {
     if (breaksFiles(text.trimmed()))
         return std::nullopt;
     QString url = enteredLine(text);
-    if (!IsValidDomainName(url))
+    // Letters that the code page lacks would come back from the file as "?".
+    if (!IsValidDomainName(url) || app.fromBytes(app.toBytes(url)) != url)
         return std::nullopt;
     if (const qsizetype scheme = url.indexOf("://"_L1); scheme >= 0)
         url = url.sliced(scheme + 3).trimmed();

@@ -27,8 +27,9 @@ std::vector<KnownURL> loadKnownURLs(ApplicationContext &app, const Collection<cl
 /// Writes the whole list; throws Failure when it cannot be written.
 void saveKnownURLs(ApplicationContext &app, const std::vector<KnownURL> &rows);
 
-/// The row that a typed text makes: the text behind "://". Nothing when it is no URL.
-std::optional<QString> typedURL(const QString &text);
+/// The row that a typed text makes: the text behind "://". Nothing when it is no URL, or one that the files
+/// cannot hold.
+std::optional<QString> typedURL(const ApplicationContext &app, const QString &text);
 
 /// The checked rows as a project's URLs, none of them a competitor's.
 Collection<clsURL> checkedURLs(const std::vector<KnownURL> &rows);

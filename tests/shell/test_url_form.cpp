@@ -35,7 +35,8 @@ class TypedURLs : public testing::TestWithParam<TypedCase>
 
 TEST_P(TypedURLs, makeTheRowBehindTheirScheme)
 {
-    EXPECT_EQ(typedURL(GetParam().typed), GetParam().url);
+    const World world;
+    EXPECT_EQ(typedURL(world.app, GetParam().typed), GetParam().url);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -52,6 +53,9 @@ INSTANTIATE_TEST_SUITE_P(
                     TypedCase{"empty", u""_s, std::nullopt},
                     TypedCase{"nothingBehindTheScheme", u"a.example://"_s, std::nullopt},
                     TypedCase{"barThatWouldEndItInTheFile", u"a.example|b"_s, std::nullopt},
+                    TypedCase{"accents", u"caf\u00e9.example"_s, u"caf\u00e9.example"_s},
+                    TypedCase{"unseenMarks", u"\u200bsite.example\ufeff"_s, u"site.example"_s},
+                    TypedCase{"foreignScript", u"\u0434\u043e\u043c.example"_s, std::nullopt},
                     TypedCase{"lineEndWithin", u"a.example\nb.example"_s, std::nullopt}),
     [](const auto &info) { return info.param.name; });
 
