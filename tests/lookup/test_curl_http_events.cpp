@@ -52,6 +52,28 @@ TEST_F(CurlEvents, isBusyFromTheStartToTheEvent)
     EXPECT_FALSE(control->Busy());
 }
 
+QStringList warnings;
+
+void keepWarning(QtMsgType, const QMessageLogContext &, const QString &text)
+{
+    warnings.append(text);
+}
+
+TEST_F(CurlEvents, leavesNoSocketBehindThatTheSearchForAHostHasUsed)
+{
+    warnings.clear();
+    const QtMessageHandler before = qInstallMessageHandler(keepWarning);
+    for (int turn = 0; turn < 3; ++turn) {
+        // No name server is asked for a name that cannot be one.
+        control->Url = u"http://"_s + QString(70, u'a') + u".invalid/"_s;
+        control->Get();
+        EXPECT_TRUE(waitForEnds(turn + 1));
+        QCoreApplication::processEvents();
+    }
+    qInstallMessageHandler(before);
+    EXPECT_EQ(warnings, QStringList());
+}
+
 TEST_F(CurlEvents, tellsTheEndOnce)
 {
     start();
