@@ -63,7 +63,7 @@ int main(int argc, char **argv)
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     QApplication::setPalette(arguments[3] == u"dark" ? darkPalette()
                                                      : QApplication::style()->standardPalette());
-    const QString folder = arguments[4];
+    const QString &folder = arguments[4];
     const QString ending =
         u"-%1-%2.png"_s.arg(arguments[3]).arg(qRound(application.devicePixelRatio() * 100));
 
