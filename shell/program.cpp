@@ -6,6 +6,7 @@
 #include "shell/frmSplash.h"
 
 #include <QApplication>
+#include <QMessageBox>
 #include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
@@ -55,14 +56,23 @@ void Program::tellUnwritten(const QString &problem)
         return;
     m_tellingUnwritten = true;
     QTimer::singleShot(0, this, [this, problem] {
-        const QString advice = u"The change is not stored, and what was stored before is as it was. Make "
-                               u"room on the disk, or see "
-                               u"why nothing can be changed there, and do it again."_s;
-        m_app.desktop.showMessage({m_app.deployment.Title, problem + u".\r\n\r\n"_s + advice,
-                                   MessageIcon::Exclamation, MessageButtons::Ok});
-        m_unwrittenTold = m_app.clock.now();
+        showUnwritten(problem);
         m_tellingUnwritten = false;
     });
+}
+
+void Program::showUnwritten(const QString &problem)
+{
+    // Whoever has a box of his own for it shows it by now.
+    const auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+    if (box && box->text().contains(problem))
+        return;
+    const QString advice = u"The change is not stored, and what was stored before is as it was. Make room on "
+                           u"the disk, or see why "
+                           u"nothing can be changed there, and do it again."_s;
+    m_app.desktop.showMessage({m_app.deployment.Title, problem + u".\r\n\r\n"_s + advice,
+                               MessageIcon::Exclamation, MessageButtons::Ok});
+    m_unwrittenTold = m_app.clock.now();
 }
 
 void Program::createSplash()

@@ -54,6 +54,7 @@ private:
     void unloadMain() override;
 
     void tellProblems();
+    void showUnwritten(const QString &problem);
     void createSplash();
     void unloadSplash();
     void loadTrayIcon();

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Lets one call of the system fail after the other while the program writes: it tells, loses nothing, and goes on.
 
-    tests/crash/failing_calls.py [--runs N] [--seed N] build/debug/tests/crash/sondrel-stores
+    tests/crash/failing_calls.py [--runs N] [--seed N] [--only OPERATION] build/debug/tests/crash/sondrel-stores
 
 Every call that changes the disk fails once alone, and once with all that follow it; with --runs only so many of them,
 chosen by chance.
@@ -18,7 +18,7 @@ import kill_runs
 from kill_runs import Damage
 from running_stores import MIXED, Stores, failures, lead_log_out, lost, worse_positions
 
-OPERATIONS = ("save", "update", "report", "lookup")
+OPERATIONS = ("save", "small", "update", "report", "lookup")
 ERRORS = (errno.ENOSPC, errno.EDQUOT, errno.EIO, errno.EROFS)
 # Can be fetched again.
 UNFLUSHED = ("app/Results/", "app/Reports/Shop/Finder_")
@@ -74,7 +74,7 @@ def chosen(operations, options):
     """Operation, call, error and whether it lasts."""
     chance = random.Random(options.seed)
     if options.runs:
-        names = [chance.choice(OPERATIONS) for _ in range(options.runs)]
+        names = [chance.choice(list(operations)) for _ in range(options.runs)]
         wanted = [(name, chance.randint(1, operations[name].calls), chance.choice((False, True))) for name in names]
     else:
         wanted = [(name, call, lasts) for name, operation in operations.items()
@@ -87,6 +87,7 @@ def main():
     parser.add_argument("program")
     parser.add_argument("--runs", type=int, default=0)
     parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--only", choices=OPERATIONS, action="append", help="an operation; may be given again")
     options = parser.parse_args()
     counts = collections.Counter()
     told = 0
@@ -94,7 +95,7 @@ def main():
         root = Path(temporary).resolve()
         what = "before anything fails"
         try:
-            operations = {name: Operation(options.program, name, root) for name in OPERATIONS}
+            operations = {name: Operation(options.program, name, root) for name in options.only or OPERATIONS}
             for name, call, error, lasts in chosen(operations, options):
                 what = f"{name}, {'from' if lasts else 'only'} call {call}, {errno.errorcode[error]}"
                 told += operations[name].fail(call, error, lasts)

@@ -20,7 +20,7 @@ import kill_runs  # noqa: E402
 from running_stores import MIXED, Stores, failures, lead_log_out, lost, worse_positions  # noqa: E402
 
 SIZE = 64 << 20
-OPERATIONS = ("save", "update", "report", "lookup")
+OPERATIONS = ("save", "small", "update", "report", "lookup")
 IN_NAMESPACE = "SONDREL_IN_NAMESPACE"
 
 

@@ -16,7 +16,7 @@ import time
 from pathlib import Path
 
 # Longest wait before a kill, in seconds: a little more than the operation takes to write one state.
-OPERATIONS = {"save": .12, "report": .25, "update": .03, "lookup": .5}
+OPERATIONS = {"save": .12, "small": .06, "report": .25, "update": .03, "lookup": .5}
 # Texts that grow page by page may lose their last page; every other file is whole.
 GROWING = ("Error.log",)
 # Loading always tells of a table that was empty before; a lookup leaves its trace.
@@ -51,11 +51,6 @@ def files(folder):
             for name, content in contents.items()}
 
 
-def pages(folder):
-    """The reports among the files."""
-    return {name: content for name, content in files(folder).items() if name.startswith("app/Reports/")}
-
-
 def is_debris(name):
     return name.rsplit("/", 1)[-1].startswith(".sondrel-")
 
@@ -73,7 +68,7 @@ class Reference:
             self.add(files(place))
             self.stores.append(load(program, place)["stores"])
             self.add(files(place))  # loading makes the settings
-        self.pages = pages(folder / f"{operation}-01")  # as the second state leaves them
+        self.end = files(folder / f"{operation}-01")  # as the second state leaves them
 
     def add(self, written):
         for name, content in written.items():

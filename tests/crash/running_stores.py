@@ -6,6 +6,9 @@ import kill_runs
 
 # Pages are written one after the other, and each tells of what it found.
 MIXED = ("app/Reports/", "app/Results/", "app/Projects/Shop/Finder.dat")
+# Where the stores lie that loading says nothing of.
+PLACES = {"reports": "app/Reports/", "advice": "app/Optimizer/", "addresses": "app/dmlist.dat", "list": "list.txt",
+          "next date": "app/Projects/Garden/Garden.dat", "text report": "app/Reports/"}
 
 
 class Stores:
@@ -68,6 +71,11 @@ def worse_positions(folder):
 def lost(program, folder, reference, said):
     """Stores that are not written, of which nothing was said either."""
     after = kill_runs.load(program, folder)["stores"]
-    whole = kill_runs.pages(folder) == reference.pages
-    return [store for store, texts in said.items()
-            if not texts and not (after[store] == reference.stores[1][store] if store in after else whole)]
+    found = kill_runs.files(folder)
+
+    def is_written(store):
+        if store in after:
+            return after[store] == reference.stores[1][store]
+        return all(found.get(name) == content for name, content in reference.end.items()
+                   if name.startswith(PLACES[store]))
+    return [store for store, texts in said.items() if not texts and not is_written(store)]

@@ -1,8 +1,8 @@
 // sondrel-stores OPERATION FOLDER [STATE]: writes or loads everything that the program keeps, in a folder.
 //
-// save, report, update and lookup write one of two states, 0 or 1, or without STATE both in turn for ever,
-// until the process is killed. load prints what the program makes of the folder: a line of JSON for each
-// store.
+// save, small, report, update and lookup write one of two states, 0 or 1, or without STATE both in turn for
+// ever, until the process is killed. load prints what the program makes of the folder: a line of JSON for
+// each store.
 #include "core/clsPreference.h"
 #include "core/file_settings_store.h"
 #include "core/places.h"
@@ -15,6 +15,7 @@
 #include "project/clsMain.h"
 #include "reports/html_report.h"
 #include "reports/report_set.h"
+#include "tests/crash/step.h"
 #include "tests/doors/manual_clock.h"
 #include "tests/doors/recording_desktop.h"
 #include "tests/support/failing_disk.h"
@@ -187,13 +188,6 @@ void saveSettings(ApplicationContext &app, int state)
     preference.CompanyName = u"Company %1 "_s.arg(state).repeated(state == 0 ? 5 : 25);
     preference.SaveSettings(app);
 }
-
-/// One store, and how a state is written to it.
-struct Step
-{
-    QString name;
-    std::function<void(int state)> write;
-};
 
 std::vector<Step> savingSteps(Program &program)
 {
@@ -405,11 +399,15 @@ void useEngineData(Program &program)
     program.loadEngines();
 }
 
-std::vector<Step> steps(Program &program, const QString &operation)
+std::vector<Step> steps(Program &program, const QString &operation, const QString &folder)
 {
     if (operation == "save"_L1) {
         useEngineData(program);
         return savingSteps(program);
+    }
+    if (operation == "small"_L1) {
+        useEngineData(program);
+        return smallSteps(program.app, folder + u"/list.txt"_s);
     }
     if (operation == "update"_L1)
         return {
@@ -501,13 +499,14 @@ int main(int argc, char **argv)
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() < 3) {
-        std::cerr << "usage: sondrel-stores save|report|update|lookup|load FOLDER [STATE]\n";
+        std::cerr << "usage: sondrel-stores save|small|report|update|lookup|load FOLDER [STATE]\n";
         return 2;
     }
-    Program program(QDir(arguments[2]).absolutePath());
+    const QString folder = QDir(arguments[2]).absolutePath();
+    Program program(folder);
     if (arguments[1] == "load"_L1)
         return load(program);
-    const std::vector<Step> all = steps(program, arguments[1]);
+    const std::vector<Step> all = steps(program, arguments[1], folder);
     if (all.empty())
         return 2;
     if (arguments.value(3) == "-"_L1) {

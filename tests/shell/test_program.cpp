@@ -7,6 +7,7 @@
 #include "tests/shell/main_window_test.h"
 
 #include <QDir>
+#include <QMessageBox>
 #include <QSignalSpy>
 
 using namespace Qt::Literals::StringLiterals;
@@ -188,6 +189,21 @@ TEST_F(RunningProgram, tellsOnceOfManyChangesThatCannotBeStored)
     EXPECT_EQ(boxesAfter(0), 1U);
     EXPECT_EQ(boxesAfter(9000), 1U);
     EXPECT_EQ(boxesAfter(1000), 2U);
+}
+
+TEST_F(RunningProgram, tellsNothingThatABoxTellsAlready)
+{
+    writeShop();
+    start();
+    QMessageBox box(QMessageBox::Critical, u"Error"_s, u"It failed: Cannot write \"a\""_s);
+    box.open();
+    program->tellUnwritten(u"Cannot write \"a\""_s);
+    QApplication::processEvents();
+    EXPECT_TRUE(world.desktop.boxes.empty());
+    box.setText(u"Are you sure?"_s);
+    program->tellUnwritten(u"Cannot write \"a\""_s);
+    QApplication::processEvents();
+    EXPECT_EQ(world.desktop.boxes.size(), 1U);
 }
 
 TEST_F(RunningProgram, survivesTheLossOfItsFolders)
