@@ -17,6 +17,13 @@ target_compile_options(sondrel_config INTERFACE
     -Wnon-virtual-dtor
     $<$<BOOL:${SONDREL_WERROR}>:-Werror>
 )
+# What Debian hardens its programs with, since pages of strangers go through this one; position independent it is
+# anyway. A debug build is not optimized, which the checked functions of the C library need.
+set(released "$<CONFIG:Release>")
+target_compile_options(sondrel_config INTERFACE
+    "$<${released}:-fstack-protector-strong;-Werror=format-security;-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>"
+)
+target_link_options(sondrel_config INTERFACE "$<${released}:LINKER:-z,relro;LINKER:-z,now>")
 if(SONDREL_SANITIZE)
     target_compile_options(sondrel_config INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
