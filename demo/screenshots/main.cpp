@@ -9,12 +9,16 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QHash>
 #include <QPalette>
 #include <QStyle>
 #include <QStyleFactory>
 #include <QWidget>
 
+#include <algorithm>
 #include <cstdio>
+#include <numeric>
+#include <vector>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace sondrel;
@@ -39,15 +43,42 @@ QPalette darkPalette()
     return palette;
 }
 
-// Of all shades that occur the picture keeps 256, which no eye misses here.
+// The shades that occur most, apart from ones that no eye tells from those: a table for all pictures would
+// miss the greys of a theme, and with them its fields.
+QList<QRgb> shadesOf(const QImage &image)
+{
+    constexpr QRgb Coarse = 0xFFF8F8F8;
+    constexpr qsizetype Most = 256;
+    QHash<QRgb, QHash<QRgb, int>> counts;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb pixel = image.pixel(x, y);
+            ++counts[pixel & Coarse][pixel];
+        }
+    }
+    std::vector<std::pair<int, QRgb>> shades;
+    for (const auto &alike : std::as_const(counts)) {
+        const auto most = std::max_element(alike.begin(), alike.end());
+        shades.emplace_back(std::accumulate(alike.begin(), alike.end(), 0), most.key());
+    }
+    std::sort(shades.rbegin(), shades.rend()); // by colour where the counts are equal
+    QList<QRgb> table;
+    for (const auto &[count, shade] : shades) {
+        if (table.size() < Most)
+            table.append(shade);
+    }
+    return table;
+}
+
 bool saveSmall(const QPixmap &picture, const QString &file)
 {
     constexpr int Width = 440;
-    QImage image = picture.toImage();
+    QImage image = picture.toImage().convertToFormat(QImage::Format_RGB32);
     image.setDevicePixelRatio(1);
     if (image.width() > Width)
         image = image.scaledToWidth(Width, Qt::SmoothTransformation);
-    return image.convertToFormat(QImage::Format_Indexed8, Qt::ThresholdDither).save(file, "PNG");
+    return image.convertToFormat(QImage::Format_Indexed8, shadesOf(image), Qt::ThresholdDither)
+        .save(file, "PNG");
 }
 
 } // namespace
