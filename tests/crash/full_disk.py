@@ -78,15 +78,14 @@ class LostDisk(unittest.TestCase):
             take()
             said = self.stores.write(1)
             give()
-            kill_runs.check(self.program, operation, folder, reference, MIXED)
+            after = kill_runs.check(self.program, operation, folder, reference, MIXED)
             self.assertEqual(worse_positions(folder), [])
             self.told += failures(said)
-            self.assertEqual(lost(self.program, folder, reference, said), [], "not written, and nothing is said")
+            self.assertEqual(lost(after, folder, reference, said), [], "not written, and nothing is said")
             lead_log_out(folder, log)  # loading has put a new one there
             self.assert_silent(self.stores.write(0))
             self.assert_silent(self.stores.write(1))
-        kill_runs.check(self.program, operation, folder, reference)
-        self.assertEqual(kill_runs.load(self.program, folder)["stores"], reference.stores[1])
+        self.assertEqual(kill_runs.check(self.program, operation, folder, reference), reference.stores[1])
         shutil.rmtree(folder)
 
     def assert_silent(self, said):

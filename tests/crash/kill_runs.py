@@ -84,7 +84,7 @@ def load(program, folder):
 
 
 def check(program, operation, folder, reference, mixed=()):
-    """The states that were found, as a text of a digit a store.
+    """What loading makes of the stores.
 
     Files whose names begin with one of mixed, and the results, may hold something of both states.
     """
@@ -110,11 +110,14 @@ def check(program, operation, folder, reference, mixed=()):
     for name, value in stores.items():
         if value not in [state[name] for state in reference.stores] and not (mixed and name == "results"):
             raise Damage(f"the store '{name}' is neither old nor new")
-    return "".join(digit(value, [state[name] for state in reference.stores]) for name, value in stores.items())
+    return stores
 
 
-def digit(value, states):
-    return str(states.index(value)) if value in states else "?"
+def is_mixed(stores, reference):
+    """Whether some are in the old state, and others in the new one."""
+    old, new = reference.stores[:2]
+    changed = [name for name in stores if old[name] != new[name]]
+    return len({stores[name] == new[name] for name in changed}) > 1
 
 
 def is_appended(name):
@@ -160,12 +163,12 @@ def main():
                     run(options.program, operation, folder, "0")
                 killed(options.program, operation, folder, wait)
                 debris += sum(map(is_debris, files(folder)))
-                states = check(options.program, operation, folder, references[operation])
+                stores = check(options.program, operation, folder, references[operation])
             except Damage as damage:
-                print(f"run {number}, {operation} killed after {wait * 1000:.1f} ms: {damage}", file=sys.stderr)
+                print(f"seed {options.seed}, run {number}, {operation} killed after {wait * 1000:.1f} ms: {damage}", file=sys.stderr)
                 return 1
             counts[operation] += 1
-            mixed += len(set(states) & set("01")) > 1
+            mixed += is_mixed(stores, references[operation])
         print(f"{options.runs} kills (seed {options.seed}): "
               + ", ".join(f"{count} in a {operation}" for operation, count in sorted(counts.items())))
         print(f"every store loaded, each old or new; {mixed} kills fell between two stores, "

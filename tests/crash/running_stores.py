@@ -68,9 +68,8 @@ def worse_positions(folder):
     return [row for row in rows if row.startswith("shoe ") and row.split(";")[2] not in ("3", "7")]
 
 
-def lost(program, folder, reference, said):
-    """Stores that are not written, of which nothing was said either."""
-    after = kill_runs.load(program, folder)["stores"]
+def lost(after, folder, reference, said):
+    """Stores that are not written, of which nothing was said either; after is what loading made of them."""
     found = kill_runs.files(folder)
 
     def is_written(store):
