@@ -28,7 +28,7 @@ QJsonArray rowsAsJson(const Collection<clsKeyword> &rows)
 Collection<clsKeyword> rowsFromJson(const QJsonArray &rows)
 {
     Collection<clsKeyword> result;
-    for (const QJsonValue &value : rows) {
+    for (const QJsonValue value : rows) {
         const QJsonObject fields = value.toObject();
         const auto text = [&](const QString &name) { return fields.value(name).toString(); };
         clsKeyword row;

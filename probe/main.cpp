@@ -102,7 +102,7 @@ QJsonValue withFolder(const QJsonValue &value, const QString &folder)
         return replaceToken(value.toString(), folder);
     if (value.isArray()) {
         QJsonArray result;
-        for (const QJsonValue &item : value.toArray())
+        for (const QJsonValue item : value.toArray())
             result.append(withFolder(item, folder));
         return result;
     }

@@ -70,7 +70,7 @@ QJsonObject getResult(const Call &call)
     account.Name = project.value(u"Name"_s).toString();
     account.TopPosOnly = project.value(u"TopPosOnly"_s).toBool();
     account.URLs.emplace();
-    for (const QJsonValue &value : project.value(u"URLs"_s).toArray()) {
+    for (const QJsonValue value : project.value(u"URLs"_s).toArray()) {
         const QJsonObject url = value.toObject();
         account.URLs->Add({url.value(u"URL"_s).toString(), url.value(u"IsCompetitor"_s).toBool()});
     }
@@ -86,7 +86,7 @@ QJsonObject getResult(const Call &call)
     search.Keyword = call.text(2);
 
     removeResultFolders(call.app);
-    for (const QJsonValue &page : call.args.at(3).toArray()) {
+    for (const QJsonValue page : call.args.at(3).toArray()) {
         const QString text = page.toString();
         search.GetResult({call.app.toBytes(text), PageText(text)});
     }

@@ -22,7 +22,7 @@ QJsonObject updateObject(const Call &call)
     clsKeywords keywords(call.app);
     keywords.Keywords = rowsFromJson(call.args.at(0).toArray());
     QJsonArray results;
-    for (const QJsonValue &step : call.args.at(1).toArray()) {
+    for (const QJsonValue step : call.args.at(1).toArray()) {
         const QJsonArray arguments = step.toArray();
         results.append(keywords.UpdateObject(arguments.at(0).toString(), arguments.at(1).toString(),
                                              arguments.at(2).toString()));
@@ -51,7 +51,7 @@ QJsonObject loadKeywords(const Call &call)
 // The text of a file that the operation wrote, which goes with it.
 QString taken(const Call &call, const QString &path)
 {
-    const QString text = call.app.fromBytes(call.app.files.readAll(path));
+    QString text = call.app.fromBytes(call.app.files.readAll(path));
     removeFixture(call.app, path);
     return text;
 }

@@ -54,7 +54,7 @@ std::vector<SelectedRow> selectedRows(const clsKeywords &keywords, const QJsonAr
 {
     std::vector<SelectedRow> rows;
     for (const clsKeyword &row : keywords.Keywords) {
-        for (const QJsonValue &keyword : wanted) {
+        for (const QJsonValue keyword : wanted) {
             if (equalsIgnoringCase(row.Keyword, keyword.toString())) {
                 rows.push_back({row.Keyword, row.Optimize});
                 break;

@@ -45,7 +45,7 @@ void setAttachment(clsSendMail &mail, const QJsonValue &value)
     if (!value.isArray())
         return;
     mail.Attachment.emplace();
-    for (const QJsonValue &path : value.toArray())
+    for (const QJsonValue path : value.toArray())
         mail.Attachment->append(path.toString());
 }
 

@@ -110,7 +110,7 @@ void take(std::optional<Collection<Item>> &field, const QJsonValue &value)
         return;
     }
     field.emplace();
-    for (const QJsonValue &element : value.toArray()) {
+    for (const QJsonValue element : value.toArray()) {
         Item item;
         take(item, element);
         const QString key = keyOf(item);

@@ -27,12 +27,12 @@ clsAccount projectFrom(ApplicationContext &app, const QJsonValue &value)
     project.ExcludeUnRanking = fields.value(u"ExcludeUnRanking"_s).toBool();
     if (const QJsonValue engines = fields.value(u"Engine"_s); engines.isArray()) {
         project.Engine.emplace();
-        for (const QJsonValue &engine : engines.toArray())
+        for (const QJsonValue engine : engines.toArray())
             project.Engine->Add(engine.toString());
     }
     if (const QJsonValue urls = fields.value(u"URLs"_s); urls.isArray()) {
         project.URLs.emplace();
-        for (const QJsonValue &url : urls.toArray())
+        for (const QJsonValue url : urls.toArray())
             project.URLs->Add({url[u"URL"_s].toString(), url[u"IsCompetitor"_s].toBool()});
     }
     return project;

@@ -17,6 +17,7 @@ UrlListView::UrlListView(QWidget *parent) : HintTree(u"lvwURLs"_s, {tr("URLs")},
 std::vector<bool> UrlListView::selectedRows() const
 {
     std::vector<bool> selected;
+    selected.reserve(static_cast<std::size_t>(topLevelItemCount()));
     for (int row = 0; row < topLevelItemCount(); ++row)
         selected.push_back(topLevelItem(row)->isSelected());
     return selected;

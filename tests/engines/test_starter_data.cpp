@@ -79,7 +79,7 @@ std::vector<SavedPage> savedPages()
             continue;
         const auto list =
             QJsonDocument::fromJson(readSource(u"tests/engines/pages/"_s + folder + u"/expected.json"_s));
-        for (const QJsonValue &page : list.array())
+        for (const QJsonValue page : list.array())
             pages.push_back({folder, page.toObject()});
     }
     return pages;
@@ -151,7 +151,7 @@ TEST_P(StarterPage, hasItsLastListingAtItsPosition)
     lookUp();
     const clsKeyword &row = session.Keywords->Keywords.at(1);
     QStringList urls;
-    for (const QJsonValue &listing : GetParam().listings())
+    for (const QJsonValue listing : GetParam().listings())
         urls.append(compared(listing[u"url"_s].toString()));
     // The tracked host may stand further up too.
     EXPECT_EQ(row.CurPos, QString::number(urls.indexOf(urls.last()) + 1));
