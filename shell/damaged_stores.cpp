@@ -77,6 +77,12 @@ QStringList readableNames(const ProfileFile &file)
     return names;
 }
 
+// The file's name as the desktop has it.
+QString shownName(const ApplicationContext &app, const QString &file)
+{
+    return app.files.find(file).value_or(file);
+}
+
 QString keepAndReplace(ApplicationContext &app, const QString &list, const QByteArray &bytes,
                        const QStringList &names)
 {
@@ -85,7 +91,8 @@ QString keepAndReplace(ApplicationContext &app, const QString &list, const QByte
     app.files.remove(list);
     if (!names.isEmpty())
         clsMain(app).SaveAccount(names);
-    return u"The damaged file has been kept as '"_s + kept + u"', and the program starts with "_s +
+    return u"The damaged file has been kept as '"_s + shownName(app, kept) +
+           u"', and the program starts with "_s +
            (names.isEmpty() ? u"an empty list."_s : u"the projects that can be read in it."_s) +
            u" The files of the projects are as they were."_s;
 }
@@ -124,11 +131,12 @@ QString repairProjectList(ApplicationContext &app)
         const QString damage = damageOf(*bytes, file);
         if (damage.isEmpty())
             return {};
-        problem = u"The project list '"_s + list + u"' is damaged: "_s + damage + u"."_s;
+        problem = u"The project list '"_s + shownName(app, list) + u"' is damaged: "_s + damage + u"."_s;
         return problem + ParagraphEnd + keepAndReplace(app, list, *bytes, readableNames(file));
     } catch (const std::exception &error) {
-        const QString why =
-            problem.isEmpty() ? u"The project list '"_s + list + u"' cannot be used."_s : problem;
+        const QString why = problem.isEmpty()
+                                ? u"The project list '"_s + shownName(app, list) + u"' cannot be used."_s
+                                : problem;
         return why + ParagraphEnd + errorText(error);
     }
 }

@@ -214,6 +214,7 @@ QWidget *frmMain::newLeftPane()
     layout->addWidget(m_tree, 3);
     layout->addLayout(urlRow);
     layout->addWidget(m_urls, 2);
+    QWidget::setTabOrder(m_arrow, m_urls);
     return pane;
 }
 

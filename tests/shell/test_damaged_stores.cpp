@@ -156,7 +156,7 @@ TEST_F(ProjectList, isRepairedWhereItIsDamaged)
             EXPECT_FALSE(world.has(u"project.dat.damaged"_s));
         } else {
             EXPECT_TRUE(told.startsWith(u"The project list '"_s + world.app.AppPath +
-                                        u"\\project.dat' is damaged: "_s + now.says + u"."_s))
+                                        u"/project.dat' is damaged: "_s + now.says + u"."_s))
                 << qPrintable(told);
             EXPECT_EQ(kept(), now.bytes);
             EXPECT_EQ(repairProjectList(world.app), QString()) << "once is enough";
@@ -169,7 +169,7 @@ TEST_F(ProjectList, namesTheKeptFile)
     world.write(u"project.dat"_s, "[Accounts]\r\n1=A\r\n");
     EXPECT_TRUE(repairProjectList(world.app).endsWith(
         u"The damaged file has been kept as '"_s + world.app.AppPath +
-        u"\\project.dat.damaged', and the program starts with the projects that can be "
+        u"/project.dat.damaged', and the program starts with the projects that can be "
         "read in it. The files of the projects are as they were."_s));
 }
 
@@ -186,7 +186,7 @@ TEST_F(ProjectList, staysWhenItCannotBeRead)
     putFolder(world, u"project.dat"_s);
     const QString told = repairProjectList(world.app);
     EXPECT_TRUE(
-        told.startsWith(u"The project list '"_s + world.app.AppPath + u"\\project.dat' cannot be used."_s));
+        told.startsWith(u"The project list '"_s + world.app.AppPath + u"/project.dat' cannot be used."_s));
     EXPECT_TRUE(QFileInfo(world.path(u"project.dat"_s)).isDir());
 }
 

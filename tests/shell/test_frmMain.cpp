@@ -62,6 +62,20 @@ TEST_F(MainWindow, beginsAtTheOfferOfAnEmptyProjectAndGoesOnInTheGrid)
     EXPECT_EQ(focused(), u"grdBidsManage"_s);
 }
 
+TEST_F(MainWindow, goesOnByTabAsTheEyeDoes)
+{
+    writeShop();
+    open();
+    click(*window, u"cmdArrow"_s);
+    tree().setFocus();
+    QStringList order;
+    for (int stop = 0; stop < 3; ++stop) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        order.append(focused());
+    }
+    EXPECT_EQ(order.join(u' '), u"cmdArrow lvwURLs grdBidsManage"_s);
+}
+
 TEST_F(MainWindow, showsTheFirstProjectAtStart)
 {
     writeShop();
