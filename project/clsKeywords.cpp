@@ -4,6 +4,7 @@
 #include "core/modUtilit.h"
 #include "core/text_fold.h"
 #include "core/values.h"
+#include "engines/kept_copy.h"
 
 #include <QHash>
 #include <QVarLengthArray>
@@ -185,6 +186,7 @@ void clsKeywords::LoadKeywords()
         if (isThere(m_app.files, path))
             Keywords.clear();
         const auto bytes = read(path);
+        m_cutShort = bytes.has_value();
         if (!bytes)
             return;
         forEachLine(m_app.fromBytes(*bytes), [this](const Fields &fields) {
@@ -196,6 +198,7 @@ void clsKeywords::LoadKeywords()
             const QString key = row.Keyword;
             Keywords.Add(std::move(row), key);
         });
+        m_cutShort = false;
     });
 }
 
@@ -209,7 +212,12 @@ void clsKeywords::SaveKeywords()
             if (!StripRowSuffix(stripped))
                 text += row.Keyword + FieldMark + (row.Optimize ? "-1"_L1 : "0"_L1) + LineEnd;
         }
-        write(projectFile(TermsFile), text);
+        const QString path = projectFile(TermsFile);
+        needRead(path);
+        if (m_cutShort)
+            keepForGood(m_app, path);
+        write(path, text);
+        m_cutShort = false;
     });
 }
 

@@ -59,6 +59,7 @@ private:
     ApplicationContext &m_app;
     // Files that are there and could not be read; saving over them would lose what they hold.
     QSet<QString> m_unread;
+    bool m_cutShort = false; // the terms behind the one that ended the load are in their file only
 };
 
 } // namespace sondrel

@@ -92,6 +92,18 @@ TEST_F(KeywordFiles, endsTheLoadAtAFlagThatIsNoNumber)
     EXPECT_EQ(world.takeLog(), u"clsKeywords_LoadKeywords error : Type mismatch"_s);
 }
 
+TEST_F(KeywordFiles, keepsAListForGoodThatItReadInPart)
+{
+    world.write(Terms, "a;-1\r\nb;x\r\nc;-1\r\n");
+    keywords.LoadKeywords();
+    keywords.SaveKeywords();
+    EXPECT_EQ(world.read(Terms), "a;-1\r\n\r\n");
+    EXPECT_EQ(world.read(Terms + u".damaged"_s), "a;-1\r\nb;x\r\nc;-1\r\n");
+    keywords.LoadKeywords();
+    keywords.SaveKeywords();
+    EXPECT_FALSE(world.has(Terms + u".damaged2"_s));
+}
+
 TEST_F(KeywordFiles, savesTermsWithoutFurtherHits)
 {
     addRow(u"shoes"_s, u"3"_s);

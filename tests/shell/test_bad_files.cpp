@@ -117,7 +117,10 @@ protected:
             putFolder(world, path);
             break;
         case Unreadable:
-            putUnreadable(world, path);
+            if (path == "Error.log"_L1) // which is written only
+                QFile::link(u"/dev/full"_s, world.path(path));
+            else
+                putUnreadable(world, path);
             break;
         }
     }
