@@ -118,7 +118,7 @@ protected:
             break;
         case Unreadable:
             if (path == "Error.log"_L1) // which is written only
-                QFile::link(u"/dev/full"_s, world.path(path));
+                QFile::link(u"/proc/self/nowhere"_s, world.path(path));
             else
                 putUnreadable(world, path);
             break;
