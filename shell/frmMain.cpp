@@ -73,6 +73,7 @@ void frmMain::load()
 void frmMain::placeWindow(const MainWindowSettings &settings)
 {
     openUrlBox(settings.urlBoxOpen);
+    resize(size().boundedTo(screen()->availableSize()));
     CenterForm(*this);
     if (!settings.place || isMaximized() || isMinimized())
         return;

@@ -8,6 +8,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QProgressBar>
+#include <QScreen>
 #include <QToolButton>
 
 using namespace Qt::Literals::StringLiterals;
@@ -386,6 +387,17 @@ TEST_F(MainWindow, keepsItsStoredPlaceWhenItEndsMinimised)
     window->close();
     EXPECT_EQ(preference(u"MainFormPos"_s), u"1,2,640,480"_s);
     EXPECT_EQ(preference(u"URLBoxStatus"_s), u"absent"_s);
+}
+
+TEST_F(MainWindow, comesUpNoLargerThanTheScreen)
+{
+    writeShop();
+    open();
+    const QSize room = window->screen()->availableSize();
+    EXPECT_LE(window->width(), room.width());
+    EXPECT_LE(window->height(), room.height());
+    constexpr QSize SmallScreen(768, 432); // a common one at 250 %
+    EXPECT_EQ(window->minimumSizeHint().boundedTo(SmallScreen), window->minimumSizeHint());
 }
 
 TEST_F(MainWindow, staysOnAScreenThatIsThere)

@@ -444,7 +444,7 @@ TEST_F(KeywordGrid, fitsAColumnToItsLongestTextAndItsAir)
 TEST_F(KeywordGrid, showsItsCaptionsWithAirAtTheirSides)
 {
     QHeaderView &header = *grid().horizontalHeader();
-    const int section = static_cast<int>(GridField::URL);
+    const int section = static_cast<int>(GridField::Keyword);
     const QRect place(header.sectionViewportPosition(section), 0, header.sectionSize(section),
                       header.height());
     const QImage picture = header.viewport()->grab(place).toImage();
