@@ -75,7 +75,7 @@ TEST_F(Http, handsThePageToItsClient)
     EXPECT_FALSE(client.Disconnected);
 }
 
-TEST_F(Http, sendsTheToldUserAgent)
+TEST_F(Http, sendsTheUsualUserAgent)
 {
     connectToPage();
     EXPECT_EQ(world.http.requests.at(0).userAgent, u"Mozilla/4.0 (compatible; MSIE 6.0; Windows NT 5.1)"_s);

@@ -97,7 +97,7 @@ TEST_F(Ranking, logsASettingThatIsNoNumberAndKeepsItsTimeOut)
     EXPECT_EQ(done.size(), 1u);
 }
 
-TEST_F(Ranking, sendsTheToldUserAgent)
+TEST_F(Ranking, sendsTheUsualUserAgent)
 {
     load(1);
     get(1);
