@@ -52,7 +52,7 @@ void SocketSetting::applyProxy(HttpControl &control) const
 
 QString userAgent(ApplicationContext &app)
 {
-    return GetRegistryText(app, app.RegPreference, u"UserAgent"_s, QString::fromLatin1(ToldUserAgent));
+    return GetRegistryText(app, app.RegPreference, u"UserAgent"_s, QString::fromLatin1(UsualUserAgent));
 }
 
 } // namespace sondrel

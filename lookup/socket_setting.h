@@ -7,7 +7,7 @@
 namespace sondrel {
 
 /// What a user's own choice may replace.
-inline constexpr auto ToldUserAgent = "Mozilla/4.0 (compatible; MSIE 6.0; Windows NT 5.1)";
+inline constexpr auto UsualUserAgent = "Mozilla/4.0 (compatible; MSIE 6.0; Windows NT 5.1)";
 
 /// The settings of a connection: the way to the net and the time limit.
 struct SocketSetting
