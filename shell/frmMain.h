@@ -31,6 +31,7 @@ class frmOptimizer;
 class frmSondrel;
 class HintPage;
 class StatusPanels;
+class UnwrittenBar;
 
 /// The frame of the program: projects, engines and tracked URLs on the left, the keyword grid of the chosen
 /// engine on the right, menus, tool bar and status bar. It routes commands to the grid and to dialogs.
@@ -59,6 +60,9 @@ public:
     QAction *action(Command command) const;
     StatusPanels &panels() { return *m_panels; }
     Scheduler &scheduler() { return *m_scheduler; }
+
+    /// Shows that a change could not be stored, and why.
+    void tellUnwritten(const QString &problem);
 
     void ResetReporter() { m_reports.ResetReporter(); }
 
@@ -184,6 +188,7 @@ private:
     QTreeWidget *m_urls = nullptr;
     QToolButton *m_arrow = nullptr;
     QSplitter *m_splitter = nullptr;
+    UnwrittenBar *m_unwritten = nullptr;
     QStackedWidget *m_right = nullptr;
     HintPage *m_hint = nullptr;
     StatusPanels *m_panels = nullptr;

@@ -6,6 +6,7 @@
 #include "shell/program_icons.h"
 #include "shell/project_tree.h"
 #include "shell/tree_nodes.h"
+#include "shell/unwritten_bar.h"
 
 #include <QAction>
 #include <QApplication>
@@ -232,7 +233,19 @@ void frmMain::buildPanes()
     m_splitter->setStretchFactor(1, 1);
     const int unit = fontMetrics().averageCharWidth();
     m_splitter->setSizes({unit * 38, unit * 140});
-    setCentralWidget(m_splitter);
+    m_unwritten = new UnwrittenBar;
+    auto *centre = new QWidget;
+    auto *layout = new QVBoxLayout(centre);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_unwritten);
+    layout->addWidget(m_splitter, 1);
+    setCentralWidget(centre);
+}
+
+void frmMain::tellUnwritten(const QString &problem)
+{
+    m_unwritten->tell(problem);
 }
 
 void frmMain::buildURLColumn()

@@ -6,19 +6,10 @@
 #include "shell/frmSplash.h"
 
 #include <QApplication>
-#include <QMessageBox>
-#include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace sondrel {
-
-namespace {
-
-// A lookup writes several files a second, and one box is enough for all of them.
-constexpr qint64 SecondsBetweenBoxes = 10;
-
-} // namespace
 
 Program::Program(ApplicationContext &app, TrayIcon &tray, QString problem)
     : m_app(app), m_trayIcon(tray), m_problem(std::move(problem))
@@ -51,28 +42,8 @@ void Program::tellProblems()
 // What is wrong at the start is told there.
 void Program::tellUnwritten(const QString &problem)
 {
-    if (!m_main || m_tellingUnwritten ||
-        (m_unwrittenTold.isValid() && m_unwrittenTold.secsTo(m_app.clock.now()) < SecondsBetweenBoxes))
-        return;
-    m_tellingUnwritten = true;
-    QTimer::singleShot(0, this, [this, problem] {
-        showUnwritten(problem);
-        m_tellingUnwritten = false;
-    });
-}
-
-void Program::showUnwritten(const QString &problem)
-{
-    // Whoever has a box of his own for it shows it by now.
-    const auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-    if (box && box->text().contains(problem))
-        return;
-    const QString advice = u"The change is not stored, and what was stored before is as it was. Make room on "
-                           u"the disk, or see why "
-                           u"nothing can be changed there, and do it again."_s;
-    m_app.desktop.showMessage({m_app.deployment.Title, problem + u".\r\n\r\n"_s + advice,
-                               MessageIcon::Exclamation, MessageButtons::Ok});
-    m_unwrittenTold = m_app.clock.now();
+    if (m_main)
+        m_main->tellUnwritten(problem);
 }
 
 void Program::createSplash()

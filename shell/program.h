@@ -4,7 +4,6 @@
 #include "automation/frmTrayIcon.h"
 #include "core/modStartUp.h"
 
-#include <QDateTime>
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
@@ -54,7 +53,6 @@ private:
     void unloadMain() override;
 
     void tellProblems();
-    void showUnwritten(const QString &problem);
     void createSplash();
     void unloadSplash();
     void loadTrayIcon();
@@ -67,8 +65,6 @@ private:
     std::unique_ptr<frmMain> m_main;
     std::unique_ptr<frmTrayIcon> m_tray;
     bool m_ended = false;
-    bool m_tellingUnwritten = false;
-    QDateTime m_unwrittenTold;
 };
 
 } // namespace sondrel

@@ -7,7 +7,6 @@
 #include "tests/shell/main_window_test.h"
 
 #include <QDir>
-#include <QMessageBox>
 #include <QSignalSpy>
 
 using namespace Qt::Literals::StringLiterals;
@@ -154,56 +153,37 @@ TEST_F(RunningProgram, tellsOfADamagedProjectListAndShowsWhatIsLeft)
     EXPECT_EQ(world.read(u"project.dat.damaged"_s), "[Accounts]\r\n1=Shop\r\n");
 }
 
-TEST_F(RunningProgram, tellsWhenAChangeCannotBeStored)
+TEST_F(RunningProgram, showsThatAChangeCouldNotBeStored)
 {
     writeShop();
     start();
+    const auto &bar = control<QWidget>(main(), u"picUnwritten"_s);
+    EXPECT_FALSE(bar.isVisible());
     world.app.files.onUnwritten = [this](const QString &problem) { program->tellUnwritten(problem); };
     const QString folder = world.path(u"Projects/Shop"_s);
     QDir(folder).removeRecursively();
     EXPECT_THROW(world.app.files.writeAll(world.app.appFile({u"Projects"_s, u"Shop"_s, u"Shop.dat"_s}), "x"),
                  Failure);
-    EXPECT_TRUE(world.desktop.boxes.empty()); // not in the midst of it
-    QApplication::processEvents();
-    const MessageBox told{
-        u"Marovia Sondrel V4"_s,
+    EXPECT_TRUE(bar.isVisible());
+    const QString text = control<QLabel>(main(), u"lblUnwritten"_s).text();
+    EXPECT_EQ(
+        QString(text).remove(QChar(0x200B)),
         u"Cannot write \""_s + folder +
-            u"/Shop.dat\": No such file or directory.\r\n\r\nThe change is not stored, and what was stored "
-            u"before is as it was. Make room on the disk, or see why nothing can be changed there, and do it "
-            u"again."_s,
-        MessageIcon::Exclamation, MessageButtons::Ok};
-    EXPECT_EQ(world.desktop.boxes, std::vector<MessageBox>{told});
-}
-
-TEST_F(RunningProgram, tellsOnceOfManyChangesThatCannotBeStored)
-{
-    writeShop();
-    start();
-    const auto boxesAfter = [this](int milliseconds) {
-        world.clock.advance(milliseconds);
-        for (int i = 0; i < 3; ++i)
-            program->tellUnwritten(u"Cannot write"_s);
-        QApplication::processEvents();
-        return world.desktop.boxes.size();
-    };
-    EXPECT_EQ(boxesAfter(0), 1U);
-    EXPECT_EQ(boxesAfter(9000), 1U);
-    EXPECT_EQ(boxesAfter(1000), 2U);
-}
-
-TEST_F(RunningProgram, tellsNothingThatABoxTellsAlready)
-{
-    writeShop();
-    start();
-    QMessageBox box(QMessageBox::Critical, u"Error"_s, u"It failed: Cannot write \"a\""_s);
-    box.open();
-    program->tellUnwritten(u"Cannot write \"a\""_s);
-    QApplication::processEvents();
+            u"/Shop.dat\": No such file or directory. The change is not stored, and what was stored before "
+            u"is as it was. Make room on the disk, or see why nothing can be changed there, and do it again."_s);
     EXPECT_TRUE(world.desktop.boxes.empty());
-    box.setText(u"Are you sure?"_s);
-    program->tellUnwritten(u"Cannot write \"a\""_s);
+    QTest::mouseClick(&control<QToolButton>(main(), u"cmdUnwritten"_s), Qt::LeftButton);
+    EXPECT_FALSE(bar.isVisible());
+}
+
+TEST_F(RunningProgram, isNotMadeWiderByALongName)
+{
+    writeShop();
+    start();
+    const int before = main().minimumSizeHint().width();
+    program->tellUnwritten(u"Cannot write \"/"_s + QString(2000, u'a') + u"\""_s);
     QApplication::processEvents();
-    EXPECT_EQ(world.desktop.boxes.size(), 1U);
+    EXPECT_EQ(main().minimumSizeHint().width(), before);
 }
 
 TEST_F(RunningProgram, survivesTheLossOfItsFolders)
