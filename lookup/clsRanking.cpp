@@ -182,7 +182,7 @@ QString clsRanking::nextAddress(clsSearchKeyword &search, const PageText &page) 
         return search.URL + u"?affiliateid=1&keyword="_s + QString(search.Keyword).replace(u' ', u'+') +
                replacedIgnoringCase(search.NextPage1, u"[PageNo]", QString::number(search.Pages + 1));
     }
-    const QString next = search.getNextURL(page);
+    QString next = search.getNextURL(page);
     // The next link of this engine always names the same offset.
     if (containsIgnoringCase(next, u"anzwers"))
         return replacedIgnoringCase(next, u"b=200", u"b="_s + QString::number(search.LinksCount() + 1));

@@ -18,10 +18,10 @@ namespace sondrel {
 
 namespace {
 
-constexpr qsizetype LongestBody = 32 * 1024 * 1024;
+constexpr qsizetype LongestBody = qsizetype{32} * 1024 * 1024;
 // What a server says about the length of its body is believed up to here.
-constexpr curl_off_t LongestReserve = 1024 * 1024;
-constexpr long ReceiveBuffer = 128 * 1024;
+constexpr curl_off_t LongestReserve = curl_off_t{1024} * 1024;
+constexpr long ReceiveBuffer = 128L * 1024;
 constexpr long MostRedirects = 20;
 constexpr auto Schemes = "http,https";
 
@@ -186,7 +186,7 @@ qsizetype CurlControl::receive(const char *bytes, qsizetype size)
 std::size_t CurlControl::onBody(char *bytes, std::size_t size, std::size_t count, void *self) noexcept
 {
     try {
-        const auto offered = static_cast<qsizetype>(size * count);
+        const auto offered = static_cast<qsizetype>(size) * static_cast<qsizetype>(count);
         return static_cast<std::size_t>(static_cast<CurlControl *>(self)->receive(bytes, offered));
     } catch (const std::exception &) {
         return 0; // no memory: the page is what has arrived

@@ -46,7 +46,7 @@ QString encodedForEngine(ApplicationContext &app, const QString &engineName, con
             return clsCodePage(app).ConvertUnicodeToUTF8(keyword);
         return EncodedStringX(app, keyword);
     }
-    const QString encoded = StrToUTF8Encode(app, keyword);
+    QString encoded = StrToUTF8Encode(app, keyword);
     // This engine decodes its link queries twice.
     if (equalsIgnoringCase(engineName, u"WebCrawler") && startsWithIgnoringCase(encoded, u"link%3A"))
         return StrToUTF8Encode(app, encoded);

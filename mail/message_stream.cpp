@@ -28,13 +28,16 @@ qint64 encodedSize(qint64 size)
 }
 
 // The two characters of each value of 12 bits.
-constexpr auto Pairs = [] {
+constexpr auto pairsOfDigits()
+{
     constexpr char Digits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
     std::array<std::array<char, 2>, 4096> pairs{};
     for (std::size_t value = 0; value < pairs.size(); ++value)
         pairs[value] = {Digits[value >> 6], Digits[value & 63]};
     return pairs;
-}();
+}
+
+constexpr auto Pairs = pairsOfDigits();
 
 char *putGroup(char *out, const unsigned char *bytes)
 {

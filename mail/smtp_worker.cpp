@@ -19,8 +19,8 @@ namespace {
 
 constexpr qint32 HighestPort = 65535;
 constexpr qint32 UsualProxyPort = 8080;
-constexpr long UploadBuffer = 256 * 1024;
-constexpr long LongestPause = 24 * 60 * 60; // s between two steps of a conversation
+constexpr long UploadBuffer = 256L * 1024;
+constexpr long LongestPause = 24L * 60 * 60; // s between two steps of a conversation
 
 // Writing to a connection that is gone must not end the program: the TLS library writes without the flag
 // that libcurl uses.
@@ -52,7 +52,7 @@ QByteArray addressOf(const QString &scheme, const QString &server, qint32 port)
         (port == 0 ||
          curl_url_set(url.get(), CURLUPART_PORT, QByteArray::number(port).constData(), 0) == CURLUE_OK) &&
         curl_url_get(url.get(), CURLUPART_URL, &text, 0) == CURLUE_OK;
-    const QByteArray address(made ? text : "");
+    QByteArray address(made ? text : "");
     curl_free(text);
     return address;
 }
@@ -228,7 +228,7 @@ SmtpWorker::Result SmtpWorker::connect()
         return failed(CURLE_URL_MALFORMAT);
     command("NOOP");
     m_mayConnect = true;
-    const Result result = perform();
+    Result result = perform();
     m_mayConnect = false;
     return result;
 }
@@ -244,7 +244,7 @@ SmtpWorker::Result SmtpWorker::transmit(OutgoingMessage &message)
         curl_slist *longer = curl_slist_append(recipients.get(), recipient.constData());
         if (!longer)
             return failed(CURLE_OUT_OF_MEMORY);
-        recipients.release();
+        static_cast<void>(recipients.release()); // the longer list holds it
         recipients.reset(longer);
     }
     m_content = &message.content;
@@ -255,7 +255,7 @@ SmtpWorker::Result SmtpWorker::transmit(OutgoingMessage &message)
     curl_easy_setopt(m_easy, CURLOPT_INFILESIZE_LARGE, static_cast<curl_off_t>(message.content.size()));
     curl_easy_setopt(m_easy, CURLOPT_MAIL_FROM, message.sender.constData());
     curl_easy_setopt(m_easy, CURLOPT_MAIL_RCPT, recipients.get());
-    const Result result = perform();
+    Result result = perform();
     m_content = nullptr;
     command("NOOP"); // lets go of the list
     return result;
@@ -340,7 +340,8 @@ std::size_t SmtpWorker::onRead(char *buffer, std::size_t size, std::size_t count
     try {
         if (!worker.m_content)
             return 0;
-        return static_cast<std::size_t>(worker.m_content->read(buffer, static_cast<qsizetype>(size * count)));
+        return static_cast<std::size_t>(
+            worker.m_content->read(buffer, static_cast<qsizetype>(size) * static_cast<qsizetype>(count)));
     } catch (const std::exception &error) {
         worker.m_readProblem = errorText(error);
         return CURL_READFUNC_ABORT;

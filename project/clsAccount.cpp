@@ -262,7 +262,7 @@ void clsAccount::DeleteFile()
 
 void clsAccount::moveNextLookup(QDate baseDate)
 {
-    constexpr int DaysOfWeek = 7;
+    constexpr qint64 DaysOfWeek = 7;
     switch (Frequency) {
     case 0:
         NextLookup = baseDate.addDays(DaysOfWeek);

@@ -156,7 +156,7 @@ AccountEnabled accountEnabled(const AccountForm &form)
 
 std::optional<AccountFault> accountFault(ApplicationContext &app, const AccountForm &form)
 {
-    if (const auto fault = detailsFault(app, form))
+    if (auto fault = detailsFault(app, form))
         return fault;
     if (std::none_of(form.Engines.begin(), form.Engines.end(), isChosenEngine))
         return AccountFault{u"Please select the engines you want to rank."_s, AccountTab::Engines,

@@ -130,11 +130,11 @@ PreferenceEnabled preferenceEnabled(const PreferenceForm &form)
 std::optional<PreferenceFault> assignPreference(const PreferenceForm &form, clsPreference &preference)
 {
     clsPreference changed = preference;
-    if (const auto fault = assignProxy(form, changed))
+    if (auto fault = assignProxy(form, changed))
         return fault;
     changed.HTTPUserName = form.HTTPUsername;
     changed.HTTPPassword = form.HTTPPassword;
-    if (const auto fault = assignMail(form, changed))
+    if (auto fault = assignMail(form, changed))
         return fault;
     assignProfile(form, changed);
     changed.SchedulerEnable = form.SchedulerEnable;

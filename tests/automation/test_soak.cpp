@@ -19,8 +19,8 @@ using namespace sondrel;
 namespace {
 
 constexpr int Projects = 10;
-constexpr qint64 Step = 100;             // ms of the program's clock
-constexpr qint64 IdleTime = 16 * 60'000; // in which the scheduler scans in vain, between two weeks
+constexpr qint64 Step = 100;                     // ms of the program's clock
+constexpr qint64 IdleTime = qint64{16} * 60'000; // in which the scheduler scans in vain, between two weeks
 
 QByteArray engine(const QByteArray &name, const QString &address)
 {

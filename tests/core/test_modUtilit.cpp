@@ -94,7 +94,7 @@ TEST_P(StripHtmlOfLongPages, takesTimeInProportion)
 {
     World world;
     const QString piece = QString::fromUtf16(GetParam()[0]);
-    constexpr qsizetype Size = 2 * 1024 * 1024;
+    constexpr qsizetype Size = qsizetype{2} * 1024 * 1024;
     const QString page = piece.repeated(Size / piece.size());
     const QString stripped = StripHTML(world.app, page);
     EXPECT_EQ(stripped.first(4), QString::fromUtf16(GetParam()[1]));

@@ -25,7 +25,7 @@ QString RecordingDesktop::askText(const TextQuestion &question)
     textQuestions.push_back(question);
     if (texts.empty())
         return {};
-    const QString text = texts.front();
+    QString text = texts.front();
     texts.erase(texts.begin());
     return text;
 }
@@ -35,7 +35,7 @@ QString RecordingDesktop::pickFile(FileQuestion &question)
     questions.push_back(question);
     if (files.empty())
         return {};
-    const QString file = files.front();
+    QString file = files.front();
     files.erase(files.begin());
     return file;
 }

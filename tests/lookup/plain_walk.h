@@ -33,7 +33,7 @@ inline QString FindSection(QString &text, const QString &beginStr, const QString
         const qsizetype e = Find(1, text, endStr);
         if (e < 1)
             return text;
-        const QString section = text.left(e);
+        QString section = text.left(e);
         text = text.mid(e - 1);
         return section;
     }
@@ -42,7 +42,7 @@ inline QString FindSection(QString &text, const QString &beginStr, const QString
         text = Trim(text.mid(p - 1));
         return text;
     }
-    const QString section = Trim(text.mid(p - 1, e - p));
+    QString section = Trim(text.mid(p - 1, e - p));
     text = text.mid(e + endStr.size() - 1);
     return section;
 }

@@ -12,7 +12,7 @@ namespace {
 using Request = LoopbackServer::Request;
 using Peer = LoopbackServer::Peer;
 
-constexpr qsizetype LongestBody = 32 * 1024 * 1024;
+constexpr qsizetype LongestBody = qsizetype{32} * 1024 * 1024;
 
 class CurlControl : public TransportTest
 {
