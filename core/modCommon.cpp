@@ -2,7 +2,10 @@
 
 #include "core/clsFileController.h"
 #include "core/registry.h"
+#include "core/text_fold.h"
 #include "core/values.h"
+
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -30,12 +33,9 @@ bool IsCollectionItem(ApplicationContext &app, const QString &text, const Collec
         if (!collection || collection->isEmpty())
             return;
         const QString wanted = folded(text);
-        for (const QString &item : *collection) {
-            if (folded(trimBlanks(item)) == wanted) {
-                found = true;
-                return;
-            }
-        }
+        found = std::any_of(collection->begin(), collection->end(), [&](const QString &item) {
+            return equalsIgnoringCase(trimBlanks(item), wanted);
+        });
     });
     return found;
 }

@@ -77,8 +77,7 @@ bool isBlank(char byte)
 // Whether the bytes end in the key and nothing else stands before it in its line.
 bool endInKey(QByteArrayView bytes, QByteArrayView key)
 {
-    constexpr char CaseBit = 0x20;
-    if (bytes.size() < key.size() || (bytes.back() | CaseBit) != (key.back() | CaseBit) ||
+    if (bytes.size() < key.size() ||
         qstrnicmp(bytes.data() + bytes.size() - key.size(), key.size(), key.data(), key.size()) != 0)
         return false;
     bytes.chop(key.size());
@@ -104,6 +103,10 @@ bool holdsOddNumbers(QByteArrayView file)
         QByteArrayView before = file.first(equals);
         while (!before.isEmpty() && isBlank(before.back()))
             before.chop(1);
+        constexpr char CaseBit = 0x20;
+        const char last = before.isEmpty() ? '\0' : static_cast<char>(before.back() | CaseBit);
+        if (last != 't' && last != 'e') // as few other keys end
+            continue;
         if ((endInKey(before, "Start") || endInKey(before, "PerPage")) &&
             !isPlainNumber(file.sliced(equals + 1)))
             return true;

@@ -24,10 +24,10 @@ std::vector<MarketNode> projectTree(ApplicationContext &app, const std::optional
         const qsizetype cut = name.indexOf(u'|');
         if (cut < 0)
             continue;
-        const QString market = name.first(cut);
         const QString engine = name.sliced(cut + 1);
         if (!IsCollectionItem(app, engine, engines))
             continue;
+        const QString market = name.first(cut);
         if (tree.empty() || tree.back().Market != market)
             tree.push_back({market, {}});
         tree.back().Engines.append(engine);
