@@ -1,5 +1,6 @@
 #include "shell/account_urls.h"
 
+#include "shell/plain_tip.h"
 #include "shell/program_icons.h"
 #include "shell/tree_nodes.h"
 
@@ -50,7 +51,7 @@ void markCompetitor(QTreeWidgetItem &row, bool competitor)
     row.setData(0, CompetitorRole, competitor);
     row.setIcon(0, programIcon(competitor ? u"url-competitor"_s : u"url-normal"_s));
     const QString whose = competitor ? tr("%1 (competitor)") : tr("%1 (own site)");
-    row.setToolTip(0, whose.arg(row.text(0)));
+    row.setToolTip(0, plainTip(whose.arg(row.text(0))));
     row.setData(0, Qt::AccessibleTextRole, whose.arg(row.text(0)));
 }
 

@@ -1,6 +1,7 @@
 #include "shell/frmURLs.h"
 
 #include "shell/dialog_controls.h"
+#include "shell/plain_tip.h"
 #include "shell/tree_nodes.h"
 #include "shell/url_list_view.h"
 
@@ -97,7 +98,7 @@ QTreeWidgetItem *frmURLs::addRow(const KnownURL &row)
     auto *item = new UrlRow(m_urls, {row.URL});
     setNodeKey(*item, row.URL);
     item->setCheckState(0, row.Checked ? Qt::Checked : Qt::Unchecked);
-    item->setToolTip(0, row.URL);
+    item->setToolTip(0, plainTip(row.URL));
     return item;
 }
 

@@ -1,8 +1,9 @@
 #include "shell/hint_tree.h"
 
+#include "shell/plain_tip.h"
+
 #include <QKeyEvent>
 #include <QPainter>
-#include <QTextDocument>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -29,12 +30,8 @@ void HintTree::setHint(const QString &hint)
 QTreeWidgetItem *HintTree::addRow(const QStringList &texts)
 {
     auto *row = new QTreeWidgetItem(this, texts);
-    for (int column = 0; column < columnCount(); ++column) {
-        // Texts of strangers are no markup, and a tool tip takes what looks like it for that.
-        const QString text = texts.value(column);
-        row->setToolTip(column,
-                        Qt::mightBeRichText(text) ? u"<qt>"_s + text.toHtmlEscaped() + u"</qt>"_s : text);
-    }
+    for (int column = 0; column < columnCount(); ++column)
+        row->setToolTip(column, plainTip(texts.value(column)));
     return row;
 }
 

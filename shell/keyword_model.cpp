@@ -2,6 +2,7 @@
 
 #include "core/text_fold.h"
 #include "shell/keyword_entry.h"
+#include "shell/plain_tip.h"
 
 #include <algorithm>
 
@@ -219,8 +220,9 @@ QVariant KeywordModel::data(const QModelIndex &index, int role) const
             return keyword.Optimize ? Qt::Checked : Qt::Unchecked;
         return {};
     case Qt::ToolTipRole:
-        return field == GridField::URL || field == GridField::Keyword ? QVariant(cell(index.row(), field))
-                                                                      : QVariant();
+        return field == GridField::URL || field == GridField::Keyword
+                   ? QVariant(plainTip(cell(index.row(), field)))
+                   : QVariant();
     case Qt::AccessibleTextRole:
         return gridHeader(field) + u": "_s +
                (field == GridField::Show ? (keyword.Optimize ? u"on"_s : u"off"_s)

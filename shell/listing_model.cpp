@@ -3,6 +3,7 @@
 #include "core/clsCodePage.h"
 #include "core/modCommon.h"
 #include "core/text_fold.h"
+#include "shell/plain_tip.h"
 
 #include <utility>
 
@@ -79,7 +80,9 @@ QVariant ListingModel::data(const QModelIndex &index, int role) const
         return QVariant::fromValue(m_owners[row]);
     if (role == Qt::TextAlignmentRole && index.column() == Number)
         return static_cast<int>(Qt::AlignRight | Qt::AlignVCenter);
-    if (role != Qt::DisplayRole && !(role == Qt::ToolTipRole && index.column() != Number))
+    if (role == Qt::ToolTipRole && index.column() != Number)
+        return plainTip(data(index, Qt::DisplayRole).toString());
+    if (role != Qt::DisplayRole)
         return {};
     switch (index.column()) {
     case Number:
