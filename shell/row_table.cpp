@@ -109,8 +109,8 @@ int RowTable::selectedRowCount() const
     return count;
 }
 
-// The toolkit makes the first row the current one without choosing it. The first arrow key would pass over it,
-// and who shows what belongs to a row would show that of one nobody has chosen.
+// The toolkit makes the first row the current one without choosing it. The first arrow key would pass over
+// it, and who shows what belongs to a row would show that of one nobody has chosen.
 void RowTable::focusInEvent(QFocusEvent *event)
 {
     const bool hadRow = currentIndex().isValid();
