@@ -10,10 +10,10 @@ namespace sondrel {
 /// ways, and a browser minds the case. Throws Failure.
 void ensureReportsFolder(ApplicationContext &app);
 
-/// Makes links beside a report file, under the other names that a browser may look for: it decodes the escapes
-/// of an address ("%27") before it opens the file, and where a name holds more than ASCII it reads it by the
-/// charset that it guesses for the page with the address, since the pages tell none. Does nothing where that
-/// is no possible name. Throws Failure.
+/// Makes links beside a report file, under the other names that a browser may look for: it decodes the
+/// escapes of an address ("%27") before it opens the file, and where a name holds more than ASCII it reads it
+/// by the charset that it guesses for the page with the address, since the pages tell none. Does nothing
+/// where that is no possible name. Throws Failure.
 void linkBrowserNames(ApplicationContext &app, const QString &path);
 
 } // namespace sondrel
