@@ -264,10 +264,27 @@ bool frmAccount::ValidForm()
     return valid;
 }
 
+// A project may be there without being in the list, so its name can be used; but nothing of it is to be lost
+// without a word.
+bool frmAccount::mayTakeName()
+{
+    const AccountForm form = readForm();
+    const QString name = trimBlanks(form.AccountName).toString();
+    if (!form.IsNew || !app().files.fileExists(app().appFile({u"Projects"_s, name, name + u".dat"_s})))
+        return true;
+    const MessageAnswer answer = app().desktop.showMessage(
+        {MessageTitle,
+         u"There is a project of that name already. Do you want to replace its settings? Its keywords stay."_s,
+         MessageIcon::Question, MessageButtons::YesNo});
+    if (answer != MessageAnswer::Yes)
+        bringToFront(*m_tabs, static_cast<int>(AccountTab::Details), *m_name);
+    return answer == MessageAnswer::Yes;
+}
+
 void frmAccount::acceptForm()
 {
     reportFailure(app(), u"frmAccount_cmdOK_Click error: "_s, [&] {
-        if (!ValidForm())
+        if (!ValidForm() || !mayTakeName())
             return;
         AssignAccountProperty(app(), readForm(), account());
         account().SaveSettings();

@@ -50,6 +50,7 @@ private:
 
     void PopulateEngine();
     bool ValidForm();
+    bool mayTakeName();
     void EditURLs();
     void DeleteURL();
     void UpdateUI();

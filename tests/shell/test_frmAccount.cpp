@@ -211,19 +211,28 @@ TEST_F(AccountDialog, isCancelledByItsButtonAndByItsCloseBox)
     EXPECT_TRUE(dialog.Cancelled());
 }
 
-TEST_F(AccountDialog, makesANewProjectByTyping)
+class NewAccount : public AccountDialog
 {
-    dialog.show();
-    type(dialog, u"txtAccountName"_s, u"My shop"_s);
-    whenModal<frmURLs>([](frmURLs &picker) {
-        type(picker, u"txtURLs"_s, u"www.site.example"_s);
-        QTest::keyClick(&picker, Qt::Key_Return);
-        QTest::keyClick(&picker, Qt::Key_Return);
-    });
-    click(dialog, u"cmdAdd"_s);
-    type(dialog, u"cboLinks"_s, u"35"_s);
-    clickCheckBox(engines().topLevelItem(0)->child(0));
-    click(dialog, u"cmdOK"_s);
+protected:
+    void typeProject(const QString &name)
+    {
+        dialog.show();
+        type(dialog, u"txtAccountName"_s, name);
+        whenModal<frmURLs>([](frmURLs &picker) {
+            type(picker, u"txtURLs"_s, u"www.site.example"_s);
+            QTest::keyClick(&picker, Qt::Key_Return);
+            QTest::keyClick(&picker, Qt::Key_Return);
+        });
+        click(dialog, u"cmdAdd"_s);
+        type(dialog, u"cboLinks"_s, u"35"_s);
+        clickCheckBox(engines().topLevelItem(0)->child(0));
+        click(dialog, u"cmdOK"_s);
+    }
+};
+
+TEST_F(NewAccount, isMadeByTyping)
+{
+    typeProject(u"My shop"_s);
     EXPECT_FALSE(dialog.Cancelled());
     EXPECT_FALSE(dialog.isVisible());
     clsAccount loaded(world.app);
@@ -236,6 +245,24 @@ TEST_F(AccountDialog, makesANewProjectByTyping)
     EXPECT_EQ(loaded.StartDate, Today);
     EXPECT_EQ(loaded.StartTime, u"12:00:00 PM"_s);
     EXPECT_EQ(world.takeLog(), QString());
+}
+
+TEST_F(NewAccount, asksBeforeItReplacesAProjectOfItsName)
+{
+    const QByteArray old = "[Schedler]\r\nNumLink=70\r\n";
+    world.write(u"Projects/My shop/My shop.dat"_s, old);
+    world.desktop.answer = MessageAnswer::No;
+    typeProject(u" my SHOP "_s);
+    ASSERT_EQ(world.desktop.boxes.size(), 1U);
+    EXPECT_EQ(world.desktop.boxes[0].buttons, MessageButtons::YesNo);
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_EQ(tabs().currentIndex(), 0);
+    EXPECT_EQ(world.read(u"Projects/My shop/My shop.dat"_s), old);
+
+    world.desktop.answer = MessageAnswer::Yes;
+    click(dialog, u"cmdOK"_s);
+    EXPECT_FALSE(dialog.Cancelled());
+    EXPECT_TRUE(world.read(u"Projects/My shop/My shop.dat"_s).contains("NumLink=35"));
 }
 
 TEST_F(AccountDialog, savesItsControlsOnOK)
