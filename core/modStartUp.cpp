@@ -66,11 +66,11 @@ bool Main(ApplicationContext &app, const QString &programFolder, StartUpWindows 
         beginLog(app, programFolder);
         // A data file that cannot be put in its place is missed by the one command that needs it.
         reportFailure(app, ErrorTag, [&] { fillPlaces(app, programFolder); });
-        removeLeftovers(app);
         windows.showSplash();
         app.desktop.runPendingEvents();
         app.desktop.beginWait();
         windows.Display();
+        removeLeftovers(app); // last: it looks through every project's folder
     });
 }
 

@@ -24,6 +24,7 @@ class QToolBar;
 class QToolButton;
 class QTreeWidget;
 class QTreeWidgetItem;
+class QVBoxLayout;
 
 namespace sondrel {
 
@@ -188,7 +189,8 @@ private:
     QTreeWidget *m_urls = nullptr;
     QToolButton *m_arrow = nullptr;
     QSplitter *m_splitter = nullptr;
-    UnwrittenBar *m_unwritten = nullptr;
+    QVBoxLayout *m_centre = nullptr;
+    UnwrittenBar *m_unwritten = nullptr; // above the panes, once there is something to tell
     QStackedWidget *m_right = nullptr;
     HintPage *m_hint = nullptr;
     StatusPanels *m_panels = nullptr;

@@ -233,18 +233,20 @@ void frmMain::buildPanes()
     m_splitter->setStretchFactor(1, 1);
     const int unit = fontMetrics().averageCharWidth();
     m_splitter->setSizes({unit * 38, unit * 140});
-    m_unwritten = new UnwrittenBar;
     auto *centre = new QWidget;
-    auto *layout = new QVBoxLayout(centre);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(m_unwritten);
-    layout->addWidget(m_splitter, 1);
+    m_centre = new QVBoxLayout(centre);
+    m_centre->setContentsMargins(0, 0, 0, 0);
+    m_centre->setSpacing(0);
+    m_centre->addWidget(m_splitter, 1);
     setCentralWidget(centre);
 }
 
 void frmMain::tellUnwritten(const QString &problem)
 {
+    if (!m_unwritten) {
+        m_unwritten = new UnwrittenBar;
+        m_centre->insertWidget(0, m_unwritten);
+    }
     m_unwritten->tell(problem);
 }
 

@@ -157,13 +157,13 @@ TEST_F(RunningProgram, showsThatAChangeCouldNotBeStored)
 {
     writeShop();
     start();
-    const auto &bar = control<QWidget>(main(), u"picUnwritten"_s);
-    EXPECT_FALSE(bar.isVisible());
+    EXPECT_FALSE(main().findChild<QWidget *>(u"picUnwritten"_s));
     world.app.files.onUnwritten = [this](const QString &problem) { program->tellUnwritten(problem); };
     const QString folder = world.path(u"Projects/Shop"_s);
     QDir(folder).removeRecursively();
     EXPECT_THROW(world.app.files.writeAll(world.app.appFile({u"Projects"_s, u"Shop"_s, u"Shop.dat"_s}), "x"),
                  Failure);
+    const auto &bar = control<QWidget>(main(), u"picUnwritten"_s);
     EXPECT_TRUE(bar.isVisible());
     const QString text = control<QLabel>(main(), u"lblUnwritten"_s).text();
     EXPECT_EQ(
