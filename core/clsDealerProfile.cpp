@@ -1,6 +1,6 @@
 #include "core/clsDealerProfile.h"
 
-#include "core/modCommon.h"
+#include "core/profile_file.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -23,11 +23,9 @@ clsDealerProfile builtIn(const Deployment &deployment)
     return vendor;
 }
 
-clsDealerProfile fromFile(ApplicationContext &app)
+clsDealerProfile fromFile(const ProfileFile &file)
 {
-    const auto read = [&, file = app.SystemDirectory + u"orbelsoft.ini"_s](const QString &key) {
-        return ReadProfileString(app, file, u"Dealer"_s, key);
-    };
+    const auto read = [&](const QString &key) { return file.read(u"Dealer"_s, key); };
     clsDealerProfile dealer;
     dealer.Dealername = read(u"Name"_s);
     dealer.DealerEmail = read(u"Email"_s);
@@ -39,6 +37,15 @@ clsDealerProfile fromFile(ApplicationContext &app)
     dealer.TutorialURL = read(u"TutorialPage"_s);
     dealer.SiteStatsURL = read(u"SiteStatsURL"_s);
     return dealer;
+}
+
+clsDealerProfile fromFile(ApplicationContext &app)
+{
+    try {
+        return fromFile(ProfileFile::load(app, app.SystemDirectory + u"orbelsoft.ini"_s));
+    } catch (const std::exception &) {
+        return {}; // a file that cannot be read names no dealer
+    }
 }
 
 void fill(QString &gap, const QString &value)
