@@ -22,7 +22,7 @@ SmallDisk::SmallDisk(const QString &folder, qint64 bytes) : m_folder(folder)
 {
     // In a name space of this thread's own, so that nothing stays mounted, however the test ends.
     m_there = ::unshare(CLONE_NEWNS) == 0 &&
-              ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+              ::mount("none", "/", "none", MS_REC | MS_PRIVATE, nullptr) == 0 &&
               ::mount("tmpfs", QFile::encodeName(folder).constData(), "tmpfs", MS_NODEV | MS_NOSUID,
                       "size=" + QByteArray::number(bytes)) == 0;
 }
