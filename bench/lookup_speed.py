@@ -223,8 +223,9 @@ def main():
     parser.add_argument("--keywords", type=int, default=1000)
     parser.add_argument("--rounds", type=int, default=5)
     options = parser.parse_args()
-    # What is written stays until the end: ext4 can take a hundred times as long to make a file while the ones
-    # that were removed last are in its way.
+    # ext4 passes over what was removed within the last five seconds, and can take a hundred times as long to make a
+    # file meanwhile. So what is written stays until the end, and what others have removed is waited for.
+    time.sleep(6)
     with tempfile.TemporaryDirectory() as name:
         site = pathlib.Path(name)
         measure_latency(site, options.probe, options.rounds)
