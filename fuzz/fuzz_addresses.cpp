@@ -1,6 +1,7 @@
 // Addresses of any kind on their ways: to a server, out of a listing, against a tracked one, from a page's
 // frames, into a mail.
 #include "core/failure.h"
+#include "fuzz/target.h"
 #include "lookup/address_match.h"
 #include "lookup/decode_html.h"
 #include "lookup/frmHTTP.h"
@@ -9,28 +10,14 @@
 #include "mail/protocol_line.h"
 #include "optimizer/frame_urls.h"
 #include "optimizer/page_address.h"
-#include "tests/doors/offline_program.h"
-
-#include <QTemporaryDir>
 
 #include <algorithm>
-#include <cstdlib>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace sondrel;
+using namespace sondrel::fuzz;
 
 namespace {
-
-struct Program : QTemporaryDir, OfflineProgram
-{
-    Program() : OfflineProgram(path()) {}
-};
-
-void check(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 bool isOneWord(const QByteArray &bytes)
 {

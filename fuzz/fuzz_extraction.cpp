@@ -1,4 +1,5 @@
 // Engine strings and pages of any kind through the extraction of listings.
+#include "fuzz/target.h"
 #include "lookup/address_match.h"
 #include "lookup/engine_trial.h"
 #include "tests/doors/offline_program.h"
@@ -7,21 +8,15 @@
 #include <QTemporaryDir>
 
 #include <array>
-#include <cstdlib>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace sondrel;
+using namespace sondrel::fuzz;
 
 namespace {
 
 // The plain rules copy the page for every listing.
 constexpr qsizetype LongestCompared = 4'000;
-
-void check(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 EngineRow engineOf(const QStringList &lines)
 {

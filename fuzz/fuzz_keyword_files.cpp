@@ -1,14 +1,14 @@
 // Bytes of any kind as a project's keyword and result files.
+#include "fuzz/target.h"
 #include "project/clsKeywords.h"
 #include "tests/doors/offline_program.h"
 
 #include <QDir>
 #include <QTemporaryDir>
 
-#include <cstdlib>
-
 using namespace Qt::Literals::StringLiterals;
 using namespace sondrel;
+using namespace sondrel::fuzz;
 
 namespace {
 
@@ -33,12 +33,6 @@ clsKeywords named(ApplicationContext &app)
     keywords.AccountName = Account;
     keywords.Engine = Engine;
     return keywords;
-}
-
-void check(bool holds)
-{
-    if (!holds)
-        std::abort();
 }
 
 } // namespace

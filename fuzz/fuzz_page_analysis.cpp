@@ -1,22 +1,16 @@
 // Pages of any kind through the optimizer: the quick scan gives what the plain one gives, and every page ends
 // in a report or in a plain failure.
+#include "fuzz/target.h"
 #include "optimizer/optimizer_report.h"
-#include "tests/doors/offline_program.h"
 #include "tests/optimizer/plain_scan.h"
-
-#include <QTemporaryDir>
 
 #include <cstdlib>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace sondrel;
+using namespace sondrel::fuzz;
 
 namespace {
-
-struct Program : QTemporaryDir, OfflineProgram
-{
-    Program() : OfflineProgram(path()) {}
-};
 
 bool titleIsInOrder(const QString &page)
 {

@@ -1,18 +1,12 @@
 // Bytes of any kind as a profile file, read and written, in every kind of code page.
 #include "core/profile_file.h"
-
-#include <cstdlib>
+#include "fuzz/target.h"
 
 using namespace Qt::Literals::StringLiterals;
 using namespace sondrel;
+using namespace sondrel::fuzz;
 
 namespace {
-
-void check(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 // Names as they stand in the file, so that the reader finds something.
 std::pair<QString, QString> namesIn(const QString &text)

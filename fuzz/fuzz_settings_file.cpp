@@ -3,18 +3,12 @@
 #include "core/deployment.h"
 #include "core/failure.h"
 #include "core/settings_file.h"
-
-#include <cstdlib>
+#include "fuzz/target.h"
 
 using namespace sondrel;
+using namespace sondrel::fuzz;
 
 namespace {
-
-void check(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 // What has been read is written so that it is read again as it was.
 void checkWritten(const SettingsTree &tree)

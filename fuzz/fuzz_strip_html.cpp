@@ -4,19 +4,13 @@
 #include "core/modCommon.h"
 #include "core/modUtilit.h"
 #include "core/uucode.h"
-#include "tests/doors/offline_program.h"
-
-#include <QTemporaryDir>
+#include "fuzz/target.h"
 
 using namespace Qt::Literals::StringLiterals;
 using namespace sondrel;
+using namespace sondrel::fuzz;
 
 namespace {
-
-struct Program : QTemporaryDir, OfflineProgram
-{
-    Program() : OfflineProgram(path()) {}
-};
 
 void cleanUp(ApplicationContext &app, const QString &text, int number)
 {

@@ -1,32 +1,19 @@
 // Keywords from strangers: files in any encoding, pages with a keyword tag, answers of a suggestion service.
 #include "core/failure.h"
 #include "core/text_fold.h"
+#include "fuzz/target.h"
 #include "keywords/add_keywords_form.h"
 #include "keywords/keyword_list.h"
 #include "keywords/suggestion_list.h"
 #include "keywords/suggestions.h"
-#include "tests/doors/offline_program.h"
 
-#include <QTemporaryDir>
-
-#include <cstdlib>
 #include <set>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace sondrel;
+using namespace sondrel::fuzz;
 
 namespace {
-
-struct Program : QTemporaryDir, OfflineProgram
-{
-    Program() : OfflineProgram(path()) {}
-};
-
-void check(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 void split(const QString &text, const QString &delimiter)
 {
