@@ -51,13 +51,14 @@ QStringList guessedReadings(const ApplicationContext &app, const QString &name)
     return readings;
 }
 
-void linkDecodedName(ApplicationContext &app, const QString &path, const QString &reading,
-                     void (HostPath::*link)(const QString &, const QString &))
+// What a browser looks for in place of the name; empty where no file can bear that.
+QString decodedName(const QString &name)
 {
-    const QByteArray decoded = decodedEscapes(QFile::encodeName(reading));
-    const QString linkName = QFile::decodeName(decoded);
-    if (QFile::encodeName(linkName) == decoded)
-        (app.files.*link)(path, linkName);
+    if (!name.contains(u'%'))
+        return name;
+    const QByteArray decoded = decodedEscapes(QFile::encodeName(name));
+    const QString result = QFile::decodeName(decoded);
+    return QFile::encodeName(result) == decoded ? result : QString();
 }
 
 } // namespace
@@ -73,9 +74,10 @@ void ensureReportsFolder(ApplicationContext &app)
 void linkBrowserNames(ApplicationContext &app, const QString &path)
 {
     const QString name = path.sliced(path.lastIndexOf(u'\\') + 1);
-    linkDecodedName(app, path, name, &HostPath::linkBeside);
+    if (const QString decoded = decodedName(name); decoded != name)
+        app.files.linkBeside(path, decoded);
     for (const QString &reading : guessedReadings(app, name))
-        linkDecodedName(app, path, reading, &HostPath::linkVaguely);
+        app.files.linkVaguely(path, decodedName(reading));
 }
 
 } // namespace sondrel
