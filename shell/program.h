@@ -29,8 +29,7 @@ public:
     void showSplash() override;
     void Display() override;
 
-    /// Tells that something could not be stored, as soon as what is under way lets it; of all that happens
-    /// while the box shows, and right behind it, only of the first.
+    /// Shows in the main window that something could not be stored, and why.
     void tellUnwritten(const QString &problem);
     /// Brings the program forward, from wherever it is.
     void raise();
