@@ -2,7 +2,6 @@
 
 #include "core/icu_converter.h"
 #include "core/text_fold.h"
-#include "core/wide_registers.h"
 
 #include <algorithm>
 #include <array>
@@ -18,7 +17,6 @@ constexpr unsigned ByteCount = 256;
 constexpr unsigned FirstTrailByte = 0x40; // of any double-byte page, but for the four-byte forms of GB18030
 constexpr unsigned LastAscii = 0x7F;
 constexpr unsigned LastControl = 0x9F;
-constexpr char16_t LastLatin1 = 0xFF;
 constexpr char16_t PrivateUse = 0xF700;
 constexpr char16_t Replacement = 0xFFFD;
 
@@ -26,27 +24,12 @@ constexpr char16_t Replacement = 0xFFFD;
 // compiler makes them work on many bytes at a time.
 constexpr qsizetype Block = 64;
 
-SONDREL_INLINE bool isAscii(const char *bytes)
+bool isAscii(const char *bytes)
 {
     unsigned char any = 0;
     for (qsizetype i = 0; i < Block; ++i)
         any = static_cast<unsigned char>(any | static_cast<unsigned char>(bytes[i]));
     return any <= LastAscii;
-}
-
-// Folds as many blocks as are ASCII, and tells how many bytes that are.
-SONDREL_WIDE_REGISTERS
-qsizetype lowerAscii(const char *bytes, qsizetype size, char *out)
-{
-    qsizetype done = 0;
-    for (; size - done >= Block && isAscii(bytes + done); done += Block) {
-        for (qsizetype i = done; i < done + Block; ++i) {
-            const auto byte = static_cast<unsigned char>(bytes[i]);
-            const auto offset = static_cast<unsigned char>(byte - 'A');
-            out[i] = static_cast<char>(byte + (offset < 26 ? 32 : 0));
-        }
-    }
-    return done;
 }
 
 bool isAscii(const char16_t *units)
@@ -96,6 +79,9 @@ CodePage::CodePage(int number, std::unique_ptr<IcuConverter> converter)
     m_leavesAscii = m_units.size() > LastAscii;
     for (unsigned byte = 0; m_leavesAscii && byte <= LastAscii; ++byte)
         m_leavesAscii = m_units[byte] == byte && m_values[byte] == byte;
+    m_hasPlainAscii = m_leavesAscii && isSingleByte() &&
+                      std::all_of(m_units.begin() + LastAscii + 1, m_units.end(),
+                                  [](char16_t unit) { return foldSeldom(unit) > LastAscii; });
 }
 
 CodePage::~CodePage() = default;
@@ -210,30 +196,6 @@ QString CodePage::fromBytes(QByteArrayView bytes) const
         out += size;
     }
     return text;
-}
-
-std::optional<QByteArray> CodePage::foldedLatin1(QByteArrayView bytes) const
-{
-    if (m_units.empty() || !isSingleByte())
-        return std::nullopt;
-    QByteArray result(bytes.size(), Qt::Uninitialized);
-    char *out = result.data();
-    const char *in = bytes.begin();
-    while (in != bytes.end()) {
-        const qsizetype ascii = m_leavesAscii ? lowerAscii(in, bytes.end() - in, out) : 0;
-        in += ascii;
-        out += ascii;
-        const auto size = std::min<qsizetype>(Block, bytes.end() - in);
-        for (qsizetype i = 0; i < size; ++i) {
-            const char16_t unit = foldCase(unitOf(in[i]).unicode());
-            if (unit > LastLatin1)
-                return std::nullopt;
-            out[i] = static_cast<char>(unit);
-        }
-        in += size;
-        out += size;
-    }
-    return result;
 }
 
 QByteArray CodePage::doubleToBytes(QStringView text) const

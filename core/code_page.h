@@ -5,7 +5,6 @@
 #include <QString>
 
 #include <memory>
-#include <optional>
 #include <vector>
 
 namespace sondrel {
@@ -35,8 +34,9 @@ public:
 
     QByteArray toBytes(QStringView text) const;
     QString fromBytes(QByteArrayView bytes) const;
-    /// foldedLatin1 of that text, where each byte is a character of its own; nothing on other pages.
-    std::optional<QByteArray> foldedLatin1(QByteArrayView bytes) const;
+    /// True when each byte is a character of its own and no byte above 7F is, case aside, one of ASCII: what
+    /// is ASCII can be looked for in the bytes.
+    bool hasPlainAscii() const { return m_hasPlainAscii; }
 
     /// The code of one character as a signed 16-bit integer: 0 to 255 for one byte, lead byte high for two
     /// bytes (so negative), the value of "?" for a character that the page lacks or holds in more bytes.
@@ -59,6 +59,7 @@ private:
     std::vector<quint16> m_values; // by unit
     std::vector<char16_t> m_units; // by value; 256 of single-byte pages, 65536 of double-byte ones
     bool m_leavesAscii = false;    // the first 128 values are the characters of the same number
+    bool m_hasPlainAscii = false;
 };
 
 } // namespace sondrel

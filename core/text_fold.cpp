@@ -34,7 +34,6 @@ char16_t foldUnit(char16_t unit)
 // compiler makes them work on many units at a time.
 constexpr qsizetype Block = 64;
 constexpr qsizetype LongBlock = 4 * Block;
-constexpr char16_t LastLatin1 = 0xFF;
 
 bool isAscii(const char16_t *units)
 {
@@ -44,43 +43,90 @@ bool isAscii(const char16_t *units)
     return any < 0x80;
 }
 
-template <typename Unit, typename Result>
-void foldAscii(const char16_t *in, Result *out)
+void foldAscii(const char16_t *in, char16_t *out)
 {
     for (qsizetype i = 0; i < Block; ++i) {
-        const auto unit = static_cast<Unit>(in[i]);
-        const auto offset = static_cast<Unit>(unit - u'A');
-        out[i] = static_cast<Result>(unit + (offset < 26 ? 32 : 0));
+        const auto offset = static_cast<char16_t>(in[i] - u'A');
+        out[i] = static_cast<char16_t>(in[i] + (offset < 26 ? 32 : 0));
     }
 }
 
+// Units that are what they are.
+struct Exactly
+{
+    using Unit = char16_t;
+
+    static constexpr Unit caseBit(Unit) { return 0; }
+    static bool isEqual(const Unit *text, const Unit *needle, qsizetype size)
+    {
+        return std::memcmp(text, needle, static_cast<std::size_t>(size) * sizeof(Unit)) == 0;
+    }
+};
+
+// Bytes whose ASCII letters stand for both cases; the needle's are small ones.
+struct IgnoringAsciiCase
+{
+    using Unit = char;
+
+    static constexpr Unit caseBit(Unit unit) { return unit >= 'a' && unit <= 'z' ? 0x20 : 0; }
+    static bool isEqual(const Unit *text, const Unit *needle, qsizetype size)
+    {
+        return std::equal(needle, needle + size, text,
+                          [](Unit wanted, Unit unit) { return (unit | caseBit(wanted)) == wanted; });
+    }
+};
+
+// A unit to look for, with the bit that may be set or not in what it is looked for in.
+template <typename Unit>
+struct Wanted
+{
+    Unit unit;
+    Unit caseBit;
+
+    // All bits or none, as the processor's own comparisons give them.
+    SONDREL_INLINE Unit bitsIfIn(Unit other) const
+    {
+        return static_cast<Unit>(static_cast<Unit>(other | caseBit) == unit ? -1 : 0);
+    }
+};
+
 // Whether there is a place in the first units where head holds first and tail holds last.
 template <qsizetype Size, typename Unit>
-SONDREL_INLINE bool holdsBoth(const Unit *head, Unit first, const Unit *tail, Unit last)
+SONDREL_INLINE bool holdsBoth(const Unit *head, Wanted<Unit> first, const Unit *tail, Wanted<Unit> last)
 {
-    constexpr auto Yes = static_cast<Unit>(-1); // what the processor's own comparisons give
     Unit any = 0;
     for (qsizetype i = 0; i < Size; ++i)
-        any =
-            static_cast<Unit>(any | ((head[i] == first ? Yes : Unit(0)) & (tail[i] == last ? Yes : Unit(0))));
+        any = static_cast<Unit>(any | (first.bitsIfIn(head[i]) & last.bitsIfIn(tail[i])));
     return any != 0;
 }
 
-template <typename Unit>
+// Asks for what comes a memory page further on: there the processor's own foresight ends, and a page that is
+// too long for its near memory would be waited for again and again.
+template <qsizetype Size, typename Unit>
+SONDREL_INLINE void fetchAhead(const Unit *units)
+{
+    constexpr std::size_t MemoryPage = 4096;
+    constexpr std::size_t CacheLine = 64;
+    const auto *ahead = reinterpret_cast<const char *>(units) + MemoryPage;
+    for (std::size_t line = 0; line < Size * sizeof(Unit); line += CacheLine)
+        __builtin_prefetch(ahead + line);
+}
+
+template <typename Comparison, typename Unit = typename Comparison::Unit>
 SONDREL_INLINE qsizetype indexOf(const Unit *units, qsizetype size, const Unit *needle, qsizetype needleSize,
                                  qsizetype from)
 {
     if (needleSize == 0)
         return from <= size ? from : -1;
     const qsizetype reach = needleSize - 1;
-    const Unit first = needle[0];
-    const Unit last = needle[reach];
-    const auto bytes = static_cast<std::size_t>(needleSize) * sizeof(Unit);
+    const Wanted<Unit> first{needle[0], Comparison::caseBit(needle[0])};
+    const Wanted<Unit> last{needle[reach], Comparison::caseBit(needle[reach])};
     const qsizetype end = size - reach; // behind the last place where it fits
     qsizetype looked = from;            // how far long blocks have been looked through
     for (qsizetype at = from; at < end;) {
         if (at >= looked) {
             looked = at + LongBlock;
+            fetchAhead<LongBlock>(units + at);
             if (looked <= end && !holdsBoth<LongBlock>(units + at, first, units + at + reach, last)) {
                 at = looked;
                 continue;
@@ -92,10 +138,20 @@ SONDREL_INLINE qsizetype indexOf(const Unit *units, qsizetype size, const Unit *
             continue;
         }
         for (; at < stop; ++at) {
-            if (units[at] == first && units[at + reach] == last &&
-                std::memcmp(units + at, needle, bytes) == 0)
+            if (first.bitsIfIn(units[at]) && last.bitsIfIn(units[at + reach]) &&
+                Comparison::isEqual(units + at, needle, needleSize))
                 return at;
         }
+    }
+    return -1;
+}
+
+template <typename Comparison, typename Unit = typename Comparison::Unit>
+qsizetype lastIndexOf(const Unit *units, qsizetype size, const Unit *needle, qsizetype needleSize)
+{
+    for (qsizetype at = size - needleSize; at >= 0; --at) {
+        if (Comparison::isEqual(units + at, needle, needleSize))
+            return at;
     }
     return -1;
 }
@@ -120,37 +176,12 @@ QString folded(QStringView text)
     const char16_t *const end = in + text.size();
     for (; end - in >= Block; in += Block, out += Block) {
         if (isAscii(in))
-            foldAscii<char16_t>(in, out);
+            foldAscii(in, out);
         else
             std::transform(in, in + Block, out,
                            [&table = foldTable()](char16_t unit) { return table[unit]; });
     }
     std::transform(in, end, out, foldUnit);
-    return result;
-}
-
-std::optional<QByteArray> foldedLatin1(QStringView text)
-{
-    QByteArray result(text.size(), Qt::Uninitialized);
-    const auto &table = foldTable();
-    const char16_t *in = text.utf16();
-    const char16_t *const end = in + text.size();
-    char16_t any = 0;
-    for (char *out = result.data(); in != end;) {
-        const auto size = std::min<qsizetype>(Block, end - in);
-        if (size == Block && isAscii(in)) {
-            foldAscii<unsigned char>(in, out);
-        } else {
-            std::transform(in, in + size, out, [&](char16_t unit) {
-                any = std::max(any, table[unit]);
-                return static_cast<char>(table[unit]);
-            });
-            if (any > LastLatin1)
-                return std::nullopt;
-        }
-        in += size;
-        out += size;
-    }
     return result;
 }
 
@@ -191,13 +222,23 @@ bool containsIgnoringCase(QStringView text, QStringView needle)
 SONDREL_WIDE_REGISTERS
 qsizetype indexOfExactly(QStringView text, QStringView needle, qsizetype from)
 {
-    return indexOf(text.utf16(), text.size(), needle.utf16(), needle.size(), from);
+    return indexOf<Exactly>(text.utf16(), text.size(), needle.utf16(), needle.size(), from);
 }
 
 SONDREL_WIDE_REGISTERS
-qsizetype indexOfExactly(QByteArrayView text, QByteArrayView needle, qsizetype from)
+qsizetype indexOfAscii(QByteArrayView text, QByteArrayView needle, qsizetype from)
 {
-    return indexOf(text.data(), text.size(), needle.data(), needle.size(), from);
+    return indexOf<IgnoringAsciiCase>(text.data(), text.size(), needle.data(), needle.size(), from);
+}
+
+qsizetype lastIndexOfExactly(QStringView text, QStringView needle)
+{
+    return lastIndexOf<Exactly>(text.utf16(), text.size(), needle.utf16(), needle.size());
+}
+
+qsizetype lastIndexOfAscii(QByteArrayView text, QByteArrayView needle)
+{
+    return lastIndexOf<IgnoringAsciiCase>(text.data(), text.size(), needle.data(), needle.size());
 }
 
 QString replacedIgnoringCase(const QString &text, QStringView needle, QStringView replacement)

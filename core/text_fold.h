@@ -1,11 +1,9 @@
 // Marovia Sondrel - positions of web sites in search engine results
 #pragma once
 
-#include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 #include <QStringView>
-
-#include <optional>
 
 namespace sondrel {
 
@@ -18,9 +16,6 @@ char16_t foldSeldom(char16_t unit);
 
 /// The text with every unit folded.
 QString folded(QStringView text);
-
-/// The same in one byte a unit; nothing when a folded unit is above U+00FF.
-std::optional<QByteArray> foldedLatin1(QStringView text);
 
 /// True when both texts fold to the same units.
 bool equalsIgnoringCase(QStringView left, QStringView right);
@@ -38,7 +33,13 @@ bool containsIgnoringCase(QStringView text, QStringView needle);
 /// Where needle occurs in text at or behind from, unit by unit; -1 when it does not. Meant for texts that
 /// have been folded once and are searched many times; takes time in proportion to the text.
 qsizetype indexOfExactly(QStringView text, QStringView needle, qsizetype from = 0);
-qsizetype indexOfExactly(QByteArrayView text, QByteArrayView needle, qsizetype from = 0);
+
+/// The place of the last occurrence; an empty needle is found at the end of the text.
+qsizetype lastIndexOfExactly(QStringView text, QStringView needle);
+
+/// The same two in bytes and without regard to the case of ASCII letters. The needle is ASCII, in lower case.
+qsizetype indexOfAscii(QByteArrayView text, QByteArrayView needle, qsizetype from = 0);
+qsizetype lastIndexOfAscii(QByteArrayView text, QByteArrayView needle);
 
 /// text with every occurrence of needle, without regard to case, replaced. Occurrences are taken from left to
 /// right and do not overlap; an empty needle changes nothing.

@@ -7,21 +7,21 @@
 
 namespace sondrel {
 
-Needle::Needle(QStringView text) : m_folded(sondrel::folded(text)), m_latin1(sondrel::foldedLatin1(text)) {}
-
-PageText::PageText(QString text) : m_text(std::move(text)), m_latin1(foldedLatin1(m_text))
+Needle::Needle(QStringView text) : m_folded(sondrel::folded(text))
 {
-    if (!m_latin1)
-        m_folded = folded(m_text);
+    if (std::all_of(m_folded.begin(), m_folded.end(), [](QChar unit) { return unit < QChar(0x80); }))
+        m_ascii = m_folded.toLatin1();
 }
 
-PageText::PageText(QByteArray bytes, const CodePage &codePage) : m_latin1(codePage.foldedLatin1(bytes))
+PageText::PageText(QString text) : m_text(std::move(text)) {}
+
+PageText::PageText(QByteArray bytes, const CodePage &codePage)
 {
-    if (m_latin1) {
+    if (codePage.hasPlainAscii()) {
         m_codePage = &codePage;
         m_bytes = std::move(bytes);
     } else {
-        *this = PageText(codePage.fromBytes(bytes));
+        m_text = codePage.fromBytes(bytes);
     }
 }
 
@@ -31,29 +31,35 @@ QString PageText::text(Piece piece) const
                       : m_text.sliced(piece.begin, piece.size());
 }
 
+QStringView PageText::folded() const
+{
+    if (m_folded.isEmpty())
+        m_folded = sondrel::folded(m_codePage ? m_codePage->fromBytes(m_bytes) : m_text);
+    return m_folded;
+}
+
 qsizetype PageText::find(Piece in, qsizetype from, const Needle &needle) const
 {
     if (from >= in.end)
         return -1;
-    if (!m_latin1)
-        return indexOfExactly(QStringView(m_folded).first(in.end), needle.folded(), from);
-    const auto &latin1 = needle.foldedLatin1();
-    return latin1 ? indexOfExactly(QByteArrayView(*m_latin1).first(in.end), *latin1, from) : -1;
+    if (m_codePage && needle.ascii())
+        return indexOfAscii(QByteArrayView(m_bytes).first(in.end), *needle.ascii(), from);
+    return indexOfExactly(folded().first(in.end), needle.folded(), from);
 }
 
 qsizetype PageText::findLast(Piece in, const Needle &needle) const
 {
-    const auto position = [&](qsizetype at) { return at < 0 ? -1 : in.begin + at; };
-    if (!m_latin1)
-        return position(QStringView(m_folded).sliced(in.begin, in.size()).lastIndexOf(needle.folded()));
-    const auto &latin1 = needle.foldedLatin1();
-    return latin1 ? position(QByteArrayView(*m_latin1).sliced(in.begin, in.size()).lastIndexOf(*latin1)) : -1;
+    const qsizetype at =
+        m_codePage && needle.ascii()
+            ? lastIndexOfAscii(QByteArrayView(m_bytes).sliced(in.begin, in.size()), *needle.ascii())
+            : lastIndexOfExactly(folded().sliced(in.begin, in.size()), needle.folded());
+    return at < 0 ? -1 : in.begin + at;
 }
 
 Piece PageText::trimmed(Piece piece) const
 {
     const auto isBlank = [this](qsizetype at) {
-        return m_latin1 ? (*m_latin1)[at] == ' ' : m_folded[at] == u' ';
+        return m_codePage ? m_bytes[at] == ' ' : m_text[at] == u' ';
     };
     while (piece.begin < piece.end && isBlank(piece.begin))
         ++piece.begin;

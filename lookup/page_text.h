@@ -29,26 +29,27 @@ public:
     explicit Needle(QStringView text);
 
     QStringView folded() const { return m_folded; }
-    const std::optional<QByteArray> &foldedLatin1() const { return m_latin1; }
+    /// The same in bytes; nothing when it is not all ASCII.
+    const std::optional<QByteArray> &ascii() const { return m_ascii; }
     qsizetype size() const { return m_folded.size(); }
     bool isEmpty() const { return m_folded.isEmpty(); }
 
 private:
     QString m_folded;
-    std::optional<QByteArray> m_latin1; // nothing when a unit is above U+00FF
+    std::optional<QByteArray> m_ascii;
 };
 
-/// A page that is searched many times and cut by begin and end strings. Its case is folded once; pieces of it
-/// are positions, so that nothing is copied and a walk over all its sections takes time in proportion to it.
+/// A page that is searched many times and cut by begin and end strings. Pieces of it are positions, so that
+/// nothing is copied and a walk over all its sections takes time in proportion to it.
 class PageText
 {
 public:
     PageText(QString text);
-    /// The text that the bytes are in a code page, which outlives it. It is made piece by piece where that
-    /// can be.
+    /// The text that the bytes are in a code page, which outlives it. Where that can be, the bytes are
+    /// searched as they came, and only the pieces that are asked for become text.
     PageText(QByteArray bytes, const CodePage &codePage);
 
-    Piece all() const { return {0, m_latin1 ? m_latin1->size() : m_folded.size()}; }
+    Piece all() const { return {0, m_codePage ? m_bytes.size() : m_text.size()}; }
     QString text(Piece piece) const;
 
     /// Where needle first occurs in the piece at or behind from; -1 when it does not. An empty needle is
@@ -70,14 +71,13 @@ public:
 
 private:
     Piece take(Piece &rest, qsizetype first, qsizetype last, const Needle &end) const;
+    QStringView folded() const;
 
     // The page: bytes of a code page of one byte a character, or text.
     const CodePage *m_codePage = nullptr;
     QByteArray m_bytes;
     QString m_text;
-    // It folded. Most pages fit into bytes, of which a search goes over twice as many at a time.
-    std::optional<QByteArray> m_latin1;
-    QString m_folded;
+    mutable QString m_folded; // once it is needed: hardly ever for bytes
 };
 
 } // namespace sondrel
