@@ -21,7 +21,7 @@ namespace {
 constexpr qsizetype LongestBody = qsizetype{32} * 1024 * 1024;
 // What a server says about the length of its body is believed up to here.
 constexpr curl_off_t LongestReserve = curl_off_t{1024} * 1024;
-constexpr long ReceiveBuffer = 128L * 1024;
+constexpr long ReceiveBuffer = 64L * 1024;
 constexpr long MostRedirects = 20;
 constexpr auto Schemes = "http,https";
 

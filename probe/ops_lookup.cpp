@@ -115,12 +115,13 @@ QJsonObject lookup(const Call &call)
             stop.start(after.toInt());
     });
     loop.exec();
+    const qint64 ms = elapsed.elapsed();
 
     return {
         {u"result"_s, cancelled ? u"cancelled"_s : u"completed"_s},
         {u"rows"_s, rowsAsJson(session.Keywords->Keywords)},
         {u"progress"_s, progress},
-        {u"ms"_s, elapsed.elapsed()},
+        {u"ms"_s, ms},
     };
 }
 
