@@ -74,13 +74,16 @@ bool isBlank(char byte)
     return byte == ' ' || byte == '\t';
 }
 
-// Whether the bytes end in the key and nothing else stands before it in its line.
-bool endInKey(QByteArrayView bytes, QByteArrayView key)
+QByteArrayView behindBlanks(QByteArrayView bytes)
 {
-    if (bytes.size() < key.size() ||
-        qstrnicmp(bytes.data() + bytes.size() - key.size(), key.size(), key.data(), key.size()) != 0)
-        return false;
-    bytes.chop(key.size());
+    while (!bytes.isEmpty() && isBlank(bytes.front()))
+        bytes = bytes.sliced(1);
+    return bytes;
+}
+
+// Whether only blanks stand between these bytes and the begin of the line behind them.
+bool endInLineBegin(QByteArrayView bytes)
+{
     while (!bytes.isEmpty() && isBlank(bytes.back()))
         bytes.chop(1);
     return bytes.isEmpty() || bytes.back() == '\n' || bytes.back() == '\r';
@@ -95,23 +98,22 @@ bool isPlainNumber(QByteArrayView bytes)
     return digits <= MostDigits && (digits == bytes.size() || bytes[digits] == '\r' || bytes[digits] == '\n');
 }
 
-// Whether a number in the file may be too big for its engine, which the load has to tell. Nearly every file
-// is cleared of that by this one look, so that no engine needs to be read before somebody asks for it.
-bool holdsOddNumbers(QByteArrayView file)
+// Whether a number of that key, in small letters, may be too big for its engine.
+bool holdsOddNumber(QByteArrayView file, QByteArrayView key)
 {
-    for (qsizetype equals = file.indexOf('='); equals >= 0; equals = file.indexOf('=', equals + 1)) {
-        QByteArrayView before = file.first(equals);
-        while (!before.isEmpty() && isBlank(before.back()))
-            before.chop(1);
-        constexpr char CaseBit = 0x20;
-        const char last = before.isEmpty() ? '\0' : static_cast<char>(before.back() | CaseBit);
-        if (last != 't' && last != 'e') // as few other keys end
-            continue;
-        if ((endInKey(before, "Start") || endInKey(before, "PerPage")) &&
-            !isPlainNumber(file.sliced(equals + 1)))
+    for (qsizetype at = indexOfAscii(file, key); at >= 0; at = indexOfAscii(file, key, at + 1)) {
+        const QByteArrayView rest = behindBlanks(file.sliced(at + key.size()));
+        if (rest.startsWith('=') && endInLineBegin(file.first(at)) && !isPlainNumber(rest.sliced(1)))
             return true;
     }
     return false;
+}
+
+// The load has to tell of those. Nearly every file is cleared of them by this one look, so that no engine
+// needs to be read before somebody asks for it.
+bool holdsOddNumbers(QByteArrayView file)
+{
+    return holdsOddNumber(file, "start") || holdsOddNumber(file, "perpage");
 }
 
 void readTexts(EngineRow &row, const ProfileFile::SectionView &section)
