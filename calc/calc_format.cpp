@@ -13,6 +13,8 @@
 #include <com/sun/star/table/XTableRows.hpp>
 #include <com/sun/star/util/XMergeable.hpp>
 
+#include <cmath>
+
 using css::uno::Any;
 using css::uno::Reference;
 using css::uno::UNO_QUERY_THROW;
@@ -144,7 +146,7 @@ void CalcWorkbook::setRowHeight(const QString &sheet, const QString &rows, doubl
         const QString range = rows.contains(u':') ? rows : rows + u':' + rows;
         const Reference<css::table::XColumnRowRange> cells(rangeOf(sheet, range), UNO_QUERY_THROW);
         Properties(cells->getRows(), UNO_QUERY_THROW)
-            ->setPropertyValue("Height", Any(static_cast<sal_Int32>(points * PerPoint + 0.5)));
+            ->setPropertyValue("Height", Any(static_cast<sal_Int32>(std::lround(points * PerPoint))));
     });
 }
 
@@ -155,7 +157,7 @@ void CalcWorkbook::setColumnWidth(const QString &sheet, const QString &columns, 
         const Reference<css::table::XColumnRowRange> cells(rangeOf(sheet, range), UNO_QUERY_THROW);
         const double width = (characters * PixelsPerCharacter + PixelsBeside) * PerPixel;
         Properties(cells->getColumns(), UNO_QUERY_THROW)
-            ->setPropertyValue("Width", Any(static_cast<sal_Int32>(width + 0.5)));
+            ->setPropertyValue("Width", Any(static_cast<sal_Int32>(std::lround(width))));
     });
 }
 

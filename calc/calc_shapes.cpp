@@ -19,6 +19,8 @@
 #include <com/sun/star/view/XPrintable.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
 
+#include <cmath>
+
 using namespace Qt::Literals::StringLiterals;
 using css::uno::Any;
 using css::uno::Reference;
@@ -33,7 +35,7 @@ constexpr double PerPoint = 2540.0 / 72;
 
 sal_Int32 measure(double points)
 {
-    return static_cast<sal_Int32>(points * PerPoint + 0.5);
+    return static_cast<sal_Int32>(std::lround(points * PerPoint));
 }
 
 } // namespace
