@@ -13,7 +13,6 @@ using namespace Qt::Literals::StringLiterals;
 using namespace sondrel;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::StartsWith;
 
 namespace {
 

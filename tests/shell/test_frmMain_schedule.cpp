@@ -2,10 +2,7 @@
 #include "shell/status_panels.h"
 #include "tests/shell/main_window_test.h"
 
-#include <gmock/gmock.h>
-
 using namespace Qt::Literals::StringLiterals;
-using testing::ElementsAre;
 
 namespace sondrel {
 namespace {

@@ -9,8 +9,6 @@
 #include <QToolBar>
 #include <QToolButton>
 
-#include <gmock/gmock.h>
-
 #include <set>
 
 using namespace Qt::Literals::StringLiterals;
@@ -19,7 +17,6 @@ namespace sondrel {
 namespace {
 
 using C = Command;
-using testing::ElementsAre;
 
 class MainMenus : public MainWindowTest
 {
