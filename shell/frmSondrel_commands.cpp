@@ -75,7 +75,7 @@ void frmSondrel::AddKeywordColToGrid(const QStringList &texts)
     m_model->AddKeywordColToGrid(texts);
     showHints();
     if (m_model->rowCount() > before)
-        m_grid->scrollTo(m_model->index(before, static_cast<int>(GridField::Keyword)));
+        m_grid->scrollToTop(m_model->index(before, static_cast<int>(GridField::Keyword)));
     Q_EMIT factsChanged();
 }
 

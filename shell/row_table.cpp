@@ -109,6 +109,12 @@ int RowTable::selectedRowCount() const
     return count;
 }
 
+void RowTable::scrollToTop(const QModelIndex &row)
+{
+    updateGeometries(); // else the scroll bar ends where the rows ended before
+    scrollTo(row, PositionAtTop);
+}
+
 // The toolkit makes the first row the current one without choosing it. The first arrow key would pass over
 // it, and who shows what belongs to a row would show that of one nobody has chosen.
 void RowTable::focusInEvent(QFocusEvent *event)

@@ -23,6 +23,9 @@ public:
     std::vector<int> selectedRows() const;
     int selectedRowCount() const;
 
+    /// Scrolls to a row, so that as many of those behind it are seen as fit. It may have been added just now.
+    void scrollToTop(const QModelIndex &row);
+
 Q_SIGNALS:
     /// Return or Enter has been pressed on a row.
     void rowEntered();

@@ -427,6 +427,24 @@ TEST_F(KeywordGrid, remembersDraggedWidths)
     EXPECT_EQ(grid().columnWidth(static_cast<int>(GridField::Keyword)), 321);
 }
 
+TEST_F(KeywordGrid, bringsAddedKeywordsIntoView)
+{
+    QStringList many;
+    for (int i = 0; i < 100; ++i)
+        many.append(u"many %1"_s.arg(i));
+    child().AddKeywordColToGrid(many);
+    const auto isShown = [this](int row) {
+        return grid().viewport()->rect().contains(grid().visualRect(cell(row, GridField::Keyword)));
+    };
+    const int first = grid().model()->rowCount();
+    child().AddKeywordColToGrid({u"one more"_s, u"another"_s, u"the last"_s});
+    EXPECT_TRUE(isShown(first));
+    EXPECT_TRUE(isShown(first + 2));
+    child().AddKeywordColToGrid(QStringList(many).replaceInStrings(u"many"_s, u"other"_s));
+    EXPECT_TRUE(isShown(first + 3)) << "the first of more than fit";
+    EXPECT_FALSE(isShown(first + 2));
+}
+
 TEST_F(KeywordGrid, fitsAColumnToItsLongestTextAndItsAir)
 {
     const QString longest = u"a keyword of many words, and more than the column has room for"_s;
