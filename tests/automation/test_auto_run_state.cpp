@@ -76,7 +76,7 @@ TEST(DueProjects, startOnTheDaysOnWhichClocksAreMoved)
     EXPECT_FALSE(isDue(account, before));
     EXPECT_TRUE(isDue(account, before.addSecs(1)));
     account.NextLookup = QDate(2026, 10, 25);
-    const QDateTime summer = QDateTime(QDate(2026, 10, 25), QTime(0, 0), zone).addSecs(2 * qint64(3600));
+    const QDateTime summer = QDateTime(QDate(2026, 10, 25), QTime(0, 0), zone).addSecs(2 * 3600);
     EXPECT_FALSE(isDue(account, summer.addSecs(1799)));
     EXPECT_TRUE(isDue(account, summer.addSecs(1800)));
 }

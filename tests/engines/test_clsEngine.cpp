@@ -306,7 +306,7 @@ TEST_F(ClsEngine, cutsLongValues)
 TEST_F(ClsEngine, refusesAnIndexOutsideTheTable)
 {
     ASSERT_TRUE(load("[Markets]\n1=A\n[A]\n1=Finder\n"));
-    for (const qint16 index : {0, 2, -1}) {
+    for (const qint16 index : std::initializer_list<qint16>{0, 2, -1}) {
         EXPECT_THROW(engines.GetEngineKey(index), Failure);
         EXPECT_THROW(engines.GetPostString(index, u"x"_s), Failure);
     }
