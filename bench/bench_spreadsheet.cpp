@@ -11,6 +11,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <csignal>
+
 using namespace Qt::Literals::StringLiterals;
 using namespace sondrel;
 
@@ -79,7 +81,11 @@ const QString Plugin = QStringLiteral(SONDREL_CALC_PLUGIN);
 class Application
 {
 public:
-    Application() : m_application(m_count, m_arguments) {}
+    Application() : m_application(m_count, m_arguments)
+    {
+        // As in the program: an office that has gone fails a step and does not end the process.
+        std::signal(SIGPIPE, SIG_IGN);
+    }
 
 private:
     char m_name[6] = "bench";
