@@ -85,7 +85,7 @@ TEST(SettingsDate, writesTheMonthInTheLocalesWords)
 
 TEST(SettingsDate, writesEnglishWhereTheFileCannotHoldTheWords)
 {
-    Abroad abroad(QLocale(QLocale::Russian));
+    Abroad abroad{QLocale(QLocale::Russian)};
     EXPECT_EQ(settingsDate(abroad.app, QDate(2026, 8, 5)), u"August,05 2026"_s);
     abroad.world.setPreference(u"CodePage"_s, u"1251"_s);
     EXPECT_EQ(settingsDate(abroad.app, QDate(2026, 8, 5)), u"\u0430\u0432\u0433\u0443\u0441\u0442,05 2026"_s);
