@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""bench/lookup_speed.py PROBE [--keywords N] [--rounds N]
+"""bench/lookup_speed.py PROBE [--keywords N] [--rounds N] [--folder FOLDER]
 
 Measures whole lookups, as ratios within one run:
 
@@ -8,10 +8,15 @@ Measures whole lookups, as ratios within one run:
   work     the same without delay, from static pages of 60 KB with 10 listings, against curl fetching the same
            addresses over ten connections and writing them to disk
 
+Both make thousands of files. Where many have been removed within the last minutes, file systems can take a hundred
+times as long to make one (ext4 passes over what was removed for up to six minutes), so the time that one takes is
+printed first, and what is written to FOLDER stays there.
+
 Needs lighttpd and curl.
 """
 import argparse
 import asyncio
+import contextlib
 import json
 import pathlib
 import socket
@@ -105,6 +110,15 @@ def lookup(probe, folder, terms):
     if answer["result"] != "completed" or any(found.get(term) != "4" for term in terms):
         sys.exit(f"the lookup went wrong: {str(answer)[:500]}")
     return answer["ms"]
+
+
+def microseconds_to_make_a_file(folder):
+    count = 500
+    folder.mkdir(parents=True)
+    begin = time.monotonic()
+    for number in range(count):
+        (folder / str(number)).touch()
+    return (time.monotonic() - begin) / count * 1e6
 
 
 class SlowServer:
@@ -222,12 +236,11 @@ def main():
     parser.add_argument("probe", type=pathlib.Path)
     parser.add_argument("--keywords", type=int, default=1000)
     parser.add_argument("--rounds", type=int, default=5)
+    parser.add_argument("--folder", type=pathlib.Path)
     options = parser.parse_args()
-    # ext4 passes over what was removed within the last five seconds, and can take a hundred times as long to make a
-    # file meanwhile. So what is written stays until the end, and what others have removed is waited for.
-    time.sleep(6)
-    with tempfile.TemporaryDirectory() as name:
-        site = pathlib.Path(name)
+    with contextlib.ExitStack() as stack:
+        site = options.folder or pathlib.Path(stack.enter_context(tempfile.TemporaryDirectory()))
+        print(f"files: making one takes {microseconds_to_make_a_file(site / 'files'):.0f} us")
         measure_latency(site, options.probe, options.rounds)
         measure_work(site, options.probe, options.keywords, options.rounds)
 

@@ -13,6 +13,7 @@ import re
 import statistics
 import subprocess
 import sys
+import tempfile
 from dataclasses import dataclass
 from pathlib import Path
 from typing import Callable
@@ -109,9 +110,9 @@ TARGETS = [
 ]
 
 
-def run(command, build):
+def run(command, build, folder):
     arguments = {
-        "lookup": [ROOT / "bench/lookup_speed.py", build / "probe/sondrel-probe", "--rounds", "3"],
+        "lookup": [ROOT / "bench/lookup_speed.py", build / "probe/sondrel-probe", "--rounds", "3", "--folder", folder],
         "startup": [ROOT / "bench/startup.py", build / "program/marovia-sondrel", build / "bench/bare_window"],
         "mail": [ROOT / "bench/mail_speed.py", build / "probe/sondrel-probe", "--rounds", "3"],
     }.get(command, [build / f"bench/bench_{command}", "--benchmark_format=json"])
@@ -119,23 +120,31 @@ def run(command, build):
 
 
 def measure(build, rounds):
-    """Every target's figures; the commands take turns, so that a busy minute does not hit one target alone."""
+    """Every target's figures; the commands take turns, so that a busy minute does not hit one target alone. But the
+    lookups come first, and all their files are removed last: making files is slow where many have been removed."""
     figures = {target: [] for target in TARGETS}
-    for number in range(rounds):
-        for command in dict.fromkeys(target.command for target in TARGETS):
+    commands = dict.fromkeys(target.command for target in TARGETS)
+    turns = [(number, command) for number in range(rounds) for command in commands]
+    turns.sort(key=lambda turn: turn[1] != "lookup")
+    with tempfile.TemporaryDirectory(prefix="sondrel-bench-") as folder:
+        for number, command in turns:
             print(f"{number + 1}/{rounds} {command}", file=sys.stderr, flush=True)
             try:
-                output = run(command, build)
+                output = run(command, build, Path(folder, str(number)))
             except (OSError, subprocess.CalledProcessError) as failure:
                 print(failure, file=sys.stderr)
                 continue
             for target in TARGETS:
                 if target.command == command:
-                    try:
-                        figures[target].append(target.figure(output))
-                    except (KeyError, ValueError) as failure:
-                        print(failure, file=sys.stderr)
+                    take(target, output, figures)
     return figures
+
+
+def take(target, output, figures):
+    try:
+        figures[target].append(target.figure(output))
+    except (KeyError, ValueError) as failure:
+        print(failure, file=sys.stderr)
 
 
 def short(figure):
