@@ -33,11 +33,11 @@ EngineRow engineOf(const QStringList &lines)
     return engine;
 }
 
-void compareWithPlainRules(ApplicationContext &app, const EngineRow &engine, QString page)
+void compareWithPlainRules(ApplicationContext &app, const EngineRow &engine, const PageText &text,
+                           QString page)
 {
     const ListingForm form{engine.EngineName, engine.EngineKey, engine.Sectionstart, engine.SectionEnd,
                            engine.beginTitle, engine.endTitle,  engine.beginURL,     engine.endURL};
-    const PageText text(page);
     Piece rest = text.all();
     const Piece block =
         text.takeSection(rest, Needle(engine.ResultStartString), Needle(engine.ResultEndString));
@@ -83,9 +83,12 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     }
     const EngineRow engine = engineOf(lines);
     const QString text = page.toString();
-    tryEngine(app, engine, {text.toUtf8(), PageText(text)}, u"http://finder.example/find?q=a"_s);
+    const FetchedPage fetched =
+        wide ? FetchedPage{text.toUtf8(), PageText(text)}
+             : FetchedPage{app.toBytes(text), PageText(app.toBytes(text), app.codePage())};
+    tryEngine(app, engine, fetched, u"http://finder.example/find?q=a"_s);
     if (text.size() <= LongestCompared)
-        compareWithPlainRules(app, engine, text);
+        compareWithPlainRules(app, engine, fetched.text, text);
     searchTexts(app, lines.value(1), text);
     return 0;
 }
