@@ -1,5 +1,4 @@
 // How long the reports take and how much memory they need, beside the text that they write.
-#include "core/http_control.h"
 #include "engines/clsEngine.h"
 #include "project/clsKeywords.h"
 #include "reports/html_report.h"
@@ -7,9 +6,7 @@
 #include "reports/report_files.h"
 #include "reports/report_set.h"
 #include "reports/text_report.h"
-#include "tests/doors/manual_clock.h"
-#include "tests/doors/memory_settings.h"
-#include "tests/doors/recording_desktop.h"
+#include "tests/doors/offline_program.h"
 
 #include <QDirIterator>
 #include <QFile>
@@ -26,22 +23,11 @@ using namespace sondrel;
 
 namespace {
 
-class NoTransport final : public HttpTransport
-{
-public:
-    std::unique_ptr<HttpPool> createPool() override { return {}; }
-};
-
 // A program without a network, and a project "Demo" with ten tracked URLs.
-class BenchWorld
+class BenchWorld : public QTemporaryDir, public OfflineProgram
 {
 public:
-    BenchWorld()
-        : clock(QDateTime(QDate(2026, 11, 15), QTime(10, 0))),
-          app(folder.path(), folder.path(), Doors{clock, desktop, settings, http},
-              QLocale(QLocale::English, QLocale::UnitedStates)),
-          engines(app),
-          account(app)
+    BenchWorld() : OfflineProgram(path()), engines(app), account(app)
     {
         account.Name = u"Demo"_s;
         account.LinksNum = 100;
@@ -88,7 +74,7 @@ public:
             data += "[Engine" + QByteArray::number(i) + "]\r\nEngineURL=http://e.example/\r\n";
         app.files.writeAll(app.EngineDataFile, data);
         engines.loadEngineData();
-        QFile::remove(folder.filePath(u"Error.log"_s)); // the first load always leaves a line
+        QFile::remove(filePath(u"Error.log"_s)); // the first load always leaves a line
         app.EngineCatalogue = &engines;
     }
 
@@ -111,7 +97,7 @@ public:
     qint64 written() const
     {
         qint64 size = 0;
-        QDirIterator it(folder.filePath(u"Reports/Demo"_s), QDir::Files | QDir::NoSymLinks);
+        QDirIterator it(filePath(u"Reports/Demo"_s), QDir::Files | QDir::NoSymLinks);
         while (it.hasNext()) {
             it.next();
             size += it.fileName().contains(u"_search"_s) ? 0 : it.fileInfo().size();
@@ -119,12 +105,6 @@ public:
         return size;
     }
 
-    QTemporaryDir folder;
-    ManualClock clock;
-    RecordingDesktop desktop;
-    MemorySettings settings;
-    NoTransport http;
-    ApplicationContext app;
     clsEngine engines;
     clsAccount account;
 
@@ -205,7 +185,7 @@ void writeSet(benchmark::State &state, bool pages)
     const auto written = static_cast<double>(world.written() - before);
     state.counters["writtenMB"] = written / 1e6;
     state.counters["peakPerByte"] = memory.growth() / written;
-    if (!world.desktop.boxes.empty() || QFile::exists(world.folder.filePath(u"Error.log"_s)))
+    if (!world.desktop.boxes.empty() || QFile::exists(world.filePath(u"Error.log"_s)))
         state.SkipWithError("the set was not written whole");
 }
 

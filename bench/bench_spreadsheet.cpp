@@ -1,10 +1,7 @@
 // How long spreadsheet reports take, with an office that is started for one and with one that is there.
-#include "core/http_control.h"
 #include "reports/excel_report.h"
 #include "reports/spreadsheet_plugin.h"
-#include "tests/doors/manual_clock.h"
-#include "tests/doors/memory_settings.h"
-#include "tests/doors/recording_desktop.h"
+#include "tests/doors/offline_program.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
@@ -18,21 +15,11 @@ using namespace sondrel;
 
 namespace {
 
-class NoTransport final : public HttpTransport
-{
-public:
-    std::unique_ptr<HttpPool> createPool() override { return {}; }
-};
-
 // A project "Demo" on five engines, with five tracked URLs.
-class BenchWorld
+class BenchWorld : public QTemporaryDir, public OfflineProgram
 {
 public:
-    explicit BenchWorld(int count)
-        : clock(QDateTime(QDate(2026, 11, 15), QTime(10, 0))),
-          app(folder.path(), folder.path(), Doors{clock, desktop, settings, http},
-              QLocale(QLocale::English, QLocale::UnitedStates)),
-          account(app)
+    explicit BenchWorld(int count) : OfflineProgram(path()), account(app)
     {
         account.Name = u"Demo"_s;
         account.URLs.emplace();
@@ -52,7 +39,7 @@ public:
             keywords.Add(row, term);
             summary += term.toLatin1() + ";1;2;3;;5\r\n";
         }
-        QFile::copy(QStringLiteral(SONDREL_TEMPLATE), folder.filePath(u"report.xlt"_s));
+        QFile::copy(QStringLiteral(SONDREL_TEMPLATE), filePath(u"report.xlt"_s));
         app.files.makeFolder(app.appFile({u"reports"_s, u"Demo"_s}));
         app.files.writeAll(app.appFile({u"reports"_s, u"Demo"_s, u"EngineSummary.dat"_s}), summary);
     }
@@ -64,12 +51,6 @@ public:
         return desktop.boxes.empty();
     }
 
-    QTemporaryDir folder;
-    ManualClock clock;
-    RecordingDesktop desktop;
-    MemorySettings settings;
-    NoTransport http;
-    ApplicationContext app;
     clsAccount account;
     Collection<clsKeyword> keywords;
     std::vector<GridCells> grid;
