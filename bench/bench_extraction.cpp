@@ -7,8 +7,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QTemporaryDir>
-
 #include <libxml/HTMLparser.h>
 
 #include <algorithm>
@@ -21,11 +19,6 @@ using namespace sondrel;
 namespace {
 
 constexpr int BytesPerListing = 2'000;
-
-struct Program : QTemporaryDir, OfflineProgram
-{
-    Program() : OfflineProgram(path()) {}
-};
 
 // One listing in the manner of today's engines: nested elements with long attributes round a link and a
 // summary.
@@ -157,7 +150,7 @@ double timesAsLong(First &&first, Second &&second)
 void extraction(benchmark::State &state)
 {
     const auto listings = static_cast<int>(state.range(0));
-    Program program;
+    TemporaryProgram program;
     const QByteArray bytes = page(listings);
     const Collection<clsURL> urls = trackedURLs();
     const Found found = extract(program.app, bytes, urls);
@@ -194,7 +187,7 @@ void libxml2(benchmark::State &state)
 // A page from its bytes to rows and files, as a run does it for every page.
 void getResult(benchmark::State &state)
 {
-    Program program;
+    TemporaryProgram program;
     const QByteArray bytes = page(static_cast<int>(state.range(0))).append(QByteArray(40'000, ' '));
     const Collection<clsURL> urls = trackedURLs();
     clsAccount account(program.app);

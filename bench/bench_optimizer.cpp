@@ -6,8 +6,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QTemporaryDir>
-
 #include <libxml/HTMLparser.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -22,11 +20,6 @@ class NoView final : public OptimizerView
 public:
     void showProgress(int) override {}
     void showStatus(const QString &) override {}
-};
-
-struct Program : QTemporaryDir, OfflineProgram
-{
-    Program() : OfflineProgram(path()) {}
 };
 
 // A page of that many bytes: paragraphs with links and images in the manner of a shop, and a head with 50
@@ -58,7 +51,7 @@ qsizetype megabytes(const benchmark::State &state)
 
 void writeReport(benchmark::State &state)
 {
-    Program program;
+    TemporaryProgram program;
     NoView view;
     const QByteArray bytes = page(megabytes(state));
     for (auto _ : state) {
@@ -71,7 +64,7 @@ void writeReport(benchmark::State &state)
 
 void cutIntoTags(benchmark::State &state)
 {
-    Program program;
+    TemporaryProgram program;
     const QString html = program.app.fromBytes(page(megabytes(state)));
     for (auto _ : state)
         benchmark::DoNotOptimize(retrieveMetaTag(program.app, html).body.size());
@@ -91,7 +84,7 @@ void parseWithLibxml2(benchmark::State &state)
 
 void cutOpenScripts(benchmark::State &state)
 {
-    Program program;
+    TemporaryProgram program;
     const QString html = u"<body>"_s + u"<script"_s.repeated(megabytes(state) / 7) + u"<b>kept<i>"_s;
     for (auto _ : state)
         benchmark::DoNotOptimize(retrieveMetaTag(program.app, html).body.size());

@@ -10,7 +10,6 @@
 
 #include <QDirIterator>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
@@ -24,10 +23,10 @@ using namespace sondrel;
 namespace {
 
 // A program without a network, and a project "Demo" with ten tracked URLs.
-class BenchWorld : public QTemporaryDir, public OfflineProgram
+class BenchWorld : public TemporaryProgram
 {
 public:
-    BenchWorld() : OfflineProgram(path()), engines(app), account(app)
+    BenchWorld() : engines(app), account(app)
     {
         account.Name = u"Demo"_s;
         account.LinksNum = 100;

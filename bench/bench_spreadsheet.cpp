@@ -4,7 +4,6 @@
 #include "tests/doors/offline_program.h"
 
 #include <QCoreApplication>
-#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
@@ -16,10 +15,10 @@ using namespace sondrel;
 namespace {
 
 // A project "Demo" on five engines, with five tracked URLs.
-class BenchWorld : public QTemporaryDir, public OfflineProgram
+class BenchWorld : public TemporaryProgram
 {
 public:
-    explicit BenchWorld(int count) : OfflineProgram(path()), account(app)
+    explicit BenchWorld(int count) : account(app)
     {
         account.Name = u"Demo"_s;
         account.URLs.emplace();

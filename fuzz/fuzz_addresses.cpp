@@ -10,6 +10,7 @@
 #include "mail/protocol_line.h"
 #include "optimizer/frame_urls.h"
 #include "optimizer/page_address.h"
+#include "tests/doors/offline_program.h"
 
 #include <algorithm>
 
@@ -52,7 +53,7 @@ void compare(ApplicationContext &app, const QString &listing, const QString &tra
 // addresses.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t size)
 {
-    static Program program;
+    static TemporaryProgram program;
     ApplicationContext &app = program.app;
     const QByteArrayView bytes(data, static_cast<qsizetype>(size));
     const QString text = QString::fromUtf8(bytes);

@@ -5,8 +5,6 @@
 #include "tests/doors/offline_program.h"
 #include "tests/lookup/plain_walk.h"
 
-#include <QTemporaryDir>
-
 #include <array>
 
 using namespace Qt::Literals::StringLiterals;
@@ -68,8 +66,7 @@ void searchTexts(ApplicationContext &app, const QString &first, const QString &s
 // in front where the page is to hold characters that are no bytes.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t size)
 {
-    static QTemporaryDir folder;
-    static OfflineProgram program{folder.path()};
+    static TemporaryProgram program;
     ApplicationContext &app = program.app;
     const QByteArrayView bytes(data, static_cast<qsizetype>(size));
     const bool wide = !bytes.isEmpty() && static_cast<unsigned char>(bytes.front()) > 127;
@@ -83,9 +80,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     }
     const EngineRow engine = engineOf(lines);
     const QString text = page.toString();
-    const FetchedPage fetched =
-        wide ? FetchedPage{text.toUtf8(), PageText(text)}
-             : FetchedPage{app.toBytes(text), PageText(app.toBytes(text), app.codePage())};
+    const QByteArray body = wide ? text.toUtf8() : app.toBytes(text);
+    const FetchedPage fetched{body, wide ? PageText(text) : PageText(body, app.codePage())};
     tryEngine(app, engine, fetched, u"http://finder.example/find?q=a"_s);
     if (text.size() <= LongestCompared)
         compareWithPlainRules(app, engine, fetched.text, text);

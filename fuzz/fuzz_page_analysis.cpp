@@ -2,6 +2,7 @@
 // in a report or in a plain failure.
 #include "fuzz/target.h"
 #include "optimizer/optimizer_report.h"
+#include "tests/doors/offline_program.h"
 #include "tests/optimizer/plain_scan.h"
 
 #include <cstdlib>
@@ -23,7 +24,7 @@ bool titleIsInOrder(const QString &page)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, std::size_t size)
 {
-    static Program program;
+    static TemporaryProgram program;
     // The first line is the address of the page.
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
     const QString text = program.app.fromBytes(bytes);

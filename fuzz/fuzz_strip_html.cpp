@@ -5,6 +5,7 @@
 #include "core/modUtilit.h"
 #include "core/uucode.h"
 #include "fuzz/target.h"
+#include "tests/doors/offline_program.h"
 
 using namespace Qt::Literals::StringLiterals;
 using namespace sondrel;
@@ -46,7 +47,7 @@ void encode(ApplicationContext &app, const QString &text, int codePage)
 // The first byte chooses a code page and a field number, the others are the page.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t size)
 {
-    static Program program;
+    static TemporaryProgram program;
     static const int codePages[] = {1252, 936, 932, 65001, 1200, 1201, 54936, 50220, 99999};
     if (size == 0)
         return 0;

@@ -6,6 +6,7 @@
 #include "keywords/keyword_list.h"
 #include "keywords/suggestion_list.h"
 #include "keywords/suggestions.h"
+#include "tests/doors/offline_program.h"
 
 #include <set>
 
@@ -41,7 +42,7 @@ EngineRow engineOf(const QStringList &lines)
 // keyword file, with the first line for its delimiter.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t size)
 {
-    static Program program;
+    static TemporaryProgram program;
     ApplicationContext &app = program.app;
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
     const QString text = app.fromBytes(bytes);

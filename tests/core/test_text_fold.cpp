@@ -1,5 +1,7 @@
 #include "core/text_fold.h"
 
+#include "tests/support/random_bytes.h"
+
 #include <gtest/gtest.h>
 
 #include <random>
@@ -35,15 +37,11 @@ TEST(TextFold, findsAsciiInBytesAsInText)
 {
     std::mt19937 random(20261121);
     const QByteArray alphabet = "aA@`zZ[{<kK\xeb\xc1\xe1";
-    const auto bytes = [&](unsigned letters, qsizetype size) {
-        QByteArray result(size, Qt::Uninitialized);
-        for (char &byte : result)
-            byte = alphabet[static_cast<qsizetype>(random() % letters)];
-        return result;
-    };
+    const QByteArrayView letters = QByteArrayView(alphabet).first(11);
     for (int round = 0; round < 50'000; ++round) {
-        const QByteArray text = bytes(14, static_cast<qsizetype>(random() % 300));
-        const QByteArray needle = bytes(11, static_cast<qsizetype>(random() % 4)).toLower();
+        const QByteArray text = randomBytes(random, alphabet, static_cast<qsizetype>(random() % 300));
+        const QByteArray needle =
+            randomBytes(random, letters, static_cast<qsizetype>(random() % 4)).toLower();
         const auto from = static_cast<qsizetype>(random() % 300);
         const QString wide = QString::fromLatin1(text);
         ASSERT_EQ(indexOfAscii(text, needle, from),

@@ -7,6 +7,8 @@
 #include "tests/doors/memory_settings.h"
 #include "tests/doors/recording_desktop.h"
 
+#include <QTemporaryDir>
+
 namespace sondrel {
 
 /// A transport that has no connections to give.
@@ -31,6 +33,12 @@ struct OfflineProgram
     MemorySettings settings;
     NoHttp http;
     ApplicationContext app;
+};
+
+/// The same in an empty folder of its own.
+struct TemporaryProgram : QTemporaryDir, OfflineProgram
+{
+    TemporaryProgram() : OfflineProgram(path()) {}
 };
 
 } // namespace sondrel
