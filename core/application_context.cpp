@@ -1,6 +1,7 @@
 #include "core/application_context.h"
 
 #include "core/places.h"
+#include "core/values.h"
 
 #include <algorithm>
 #include <array>
@@ -80,6 +81,16 @@ const CodePage &ApplicationContext::codePage() const
         m_codePageRevision = settings.revision(); // reading may have found a change
     }
     return *m_codePage;
+}
+
+const QString &ApplicationContext::today()
+{
+    const QDate today = clock.today();
+    if (today != m_today) {
+        m_todayText = shortDate(locale, today);
+        m_today = today;
+    }
+    return m_todayText;
 }
 
 QString ApplicationContext::appFile(std::initializer_list<QString> components) const

@@ -10,6 +10,7 @@
 #include "core/host_path.h"
 #include "core/settings_store.h"
 
+#include <QDate>
 #include <QLocale>
 #include <QString>
 
@@ -76,6 +77,9 @@ public:
     QByteArray toBytes(QStringView text) const { return codePage().toBytes(text); }
     QString fromBytes(QByteArrayView bytes) const { return codePage().fromBytes(bytes); }
 
+    /// Today's date as the locale writes it, made once a day: rows get it by the thousand.
+    const QString &today();
+
     /// AppPath + "\" + components; throws Failure when one cannot be a file name.
     QString appFile(std::initializer_list<QString> components) const;
 
@@ -84,6 +88,8 @@ public:
 
 private:
     ErrorLog m_log;
+    QDate m_today;
+    QString m_todayText;
     mutable std::shared_ptr<const CodePage> m_codePage;
     mutable quint64 m_codePageRevision = 0; // of the settings, when the page was chosen
 };

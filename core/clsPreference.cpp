@@ -114,7 +114,7 @@ void clsPreference::GetSettings(ApplicationContext &app)
             noteThisRun(app, stored);
             readFields(app, stored, *this);
             if (LastUpdate.isEmpty()) {
-                LastUpdate = shortDate(app.locale, app.clock.today());
+                LastUpdate = app.today();
                 stored.write(u"LastUpdate"_s, LastUpdate);
             }
         });

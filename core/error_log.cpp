@@ -1,7 +1,8 @@
 #include "core/error_log.h"
 
+#include "core/native_file.h"
+
 #include <QByteArray>
-#include <QFile>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -24,7 +25,7 @@ void ErrorLog::write(QByteArrayView text) noexcept
     try {
         if (m_handle < 0) {
             // Not blocking, should a pipe stand in the file's place.
-            m_handle = ::open(QFile::encodeName(m_path).constData(),
+            m_handle = ::open(NativePath(m_path).text(),
                               O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC, 0644);
             if (m_handle < 0)
                 return;

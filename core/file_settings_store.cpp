@@ -52,7 +52,7 @@ FileSettingsStore::FileSettingsStore(QString file) : m_file(std::move(file))
 FileSettingsStore::Stamp FileSettingsStore::stampOnDisk() const
 {
     struct stat info = {};
-    if (::stat(QFile::encodeName(m_file).constData(), &info) != 0) {
+    if (::stat(NativePath(m_file).text(), &info) != 0) {
         if (errno == ENOENT)
             return {};
         fail(u"Cannot read"_s, m_file, lastSystemError());

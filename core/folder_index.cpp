@@ -51,8 +51,7 @@ void FolderIndex::read(const QString &folder, Names &names)
 {
     names.spellings.clear();
     names.settled = names.changed == names.ownChange || std::abs(systemTime() - names.changed) > Tick;
-    const std::unique_ptr<DIR, int (*)(DIR *)> stream(opendir(QFile::encodeName(folder).constData()),
-                                                      closedir);
+    const std::unique_ptr<DIR, int (*)(DIR *)> stream(opendir(NativePath(folder).text()), closedir);
     if (!stream)
         return;
     while (const dirent *entry = readdir(stream.get())) {
@@ -80,10 +79,11 @@ std::optional<QString> FolderIndex::spelling(const QString &folder, qint64 chang
     return *std::min_element(begin, end);
 }
 
-FolderIndex::OwnChange::OwnChange(FolderIndex &index, const QString &folder) : m_folder(folder)
+FolderIndex::OwnChange::OwnChange(FolderIndex &index, const QString &folder, qint64 changed)
+    : m_folder(folder)
 {
     const auto names = index.m_folders.find(folder);
-    if (names != index.m_folders.end() && names->second.changed == folderTime(folder))
+    if (names != index.m_folders.end() && names->second.changed == changed)
         m_names = &names->second;
 }
 

@@ -25,11 +25,12 @@ public:
     /// Of several the first in order of characters.
     std::optional<QString> spelling(const QString &folder, qint64 changed, const QString &name);
 
-    /// Stands while the program itself changes a folder; what it did is told afterwards.
+    /// Stands while the program itself changes a folder, which had the time changed when it was looked at
+    /// last; what it did is told afterwards.
     class OwnChange
     {
     public:
-        OwnChange(FolderIndex &index, const QString &folder);
+        OwnChange(FolderIndex &index, const QString &folder, qint64 changed);
         void added(const QString &name);
         void removed(const QString &name);
         /// The folder's time now, as far as it is known.

@@ -225,7 +225,7 @@ bool HostPath::isInside(const QString &canonical) const
 QString HostPath::linkText(const Entry &link)
 {
     std::array<char, PATH_MAX> text;
-    const auto length = ::readlink(QFile::encodeName(link.path()).constData(), text.data(), text.size());
+    const auto length = ::readlink(NativePath(link.path()).text(), text.data(), text.size());
     return QFile::decodeName(QByteArray(text.data(), std::max<qsizetype>(length, 0)));
 }
 
@@ -351,9 +351,9 @@ void HostPath::replace(Entry &file, QByteArrayView bytes, QByteArrayView tail, b
 {
     const QString what = u"Cannot write"_s;
     // The folder's permission alone decides over a rename; a file that is not to be written stays.
-    if (file.isFile() && ::access(QFile::encodeName(file.path()).constData(), W_OK) != 0)
+    if (file.isFile() && ::access(NativePath(file.path()).text(), W_OK) != 0)
         failToChange(what, file.path());
-    FolderIndex::OwnChange change(m_index, file.folder.path);
+    FolderIndex::OwnChange change(m_index, file.folder.path, known(file.folder).changed);
     TemporaryFile copy(file.folder.path);
     if (!copy.isOpen() || !copy.file().writeAll(bytes, tail) ||
         (file.isFile() && ::fchmod(copy.file().descriptor(), file.mode & 07777) != 0) ||
@@ -367,8 +367,8 @@ AppendFile HostPath::openToAppend(Entry &file)
 {
     if (file.isFile())
         return AppendFile(*this, file.path(), O_WRONLY | O_APPEND);
-    FolderIndex::OwnChange change(m_index, file.folder.path);
-    if (file.isLink() && ::unlink(QFile::encodeName(file.path()).constData()) != 0)
+    FolderIndex::OwnChange change(m_index, file.folder.path, known(file.folder).changed);
+    if (file.isLink() && ::unlink(NativePath(file.path()).text()) != 0)
         failToChange(u"Cannot write"_s, file.path());
     AppendFile result(*this, file.path(), O_WRONLY | O_APPEND | O_CREAT);
     change.added(file.name);
@@ -383,8 +383,8 @@ void HostPath::remove(Entry &file)
         return;
     if (file.isFolder())
         fail(what, file.path(), file.kind());
-    FolderIndex::OwnChange change(m_index, file.folder.path);
-    if (::unlink(QFile::encodeName(file.path()).constData()) != 0)
+    FolderIndex::OwnChange change(m_index, file.folder.path, known(file.folder).changed);
+    if (::unlink(NativePath(file.path()).text()) != 0)
         failToChange(what, file.path());
     change.removed(file.name);
     file.folder.changed = change.changed();
@@ -466,8 +466,8 @@ HostPath::Directory HostPath::madeFolder(const QString &path)
         if (next.isThere() && !next.isFolder())
             fail(what, next.path(), u"a file is in its place"_s);
         if (!next.isThere()) {
-            FolderIndex::OwnChange change(m_index, next.folder.path);
-            if (::mkdir(QFile::encodeName(next.path()).constData(), 0777) != 0)
+            FolderIndex::OwnChange change(m_index, next.folder.path, known(next.folder).changed);
+            if (::mkdir(NativePath(next.path()).text(), 0777) != 0)
                 failToChange(what, next.path());
             change.added(next.name);
         }
@@ -529,11 +529,11 @@ void HostPath::link(const QString &target, const QString &linkName, bool vaguely
             return;
     }
     const QString what = u"Cannot make the link"_s;
-    const QByteArray native = QFile::encodeName(link.path());
-    FolderIndex::OwnChange change(m_index, link.folder.path);
-    if (link.isLink() && ::unlink(native.constData()) != 0)
+    const NativePath native(link.path());
+    FolderIndex::OwnChange change(m_index, link.folder.path, known(link.folder).changed);
+    if (link.isLink() && ::unlink(native.text()) != 0)
         failToChange(what, link.path());
-    if (::symlink(QFile::encodeName(text).constData(), native.constData()) == 0)
+    if (::symlink(NativePath(text).text(), native.text()) == 0)
         change.added(linkName);
     else if (errno != EPERM && errno != EOPNOTSUPP && errno != ENOSYS) // what file systems without links say
         failToChange(what, link.path());

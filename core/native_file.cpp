@@ -1,6 +1,7 @@
 #include "core/native_file.h"
 
 #include <QFile>
+#include <QStringEncoder>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -45,10 +46,17 @@ bool removeLeftover(const QString &path)
     // Since it was opened, its writer can have moved it to its place, and another have begun a file.
     const auto there = linkStatusOf(path);
     return there && there->st_dev == info.st_dev && there->st_ino == info.st_ino &&
-           ::unlink(QFile::encodeName(path).constData()) == 0;
+           ::unlink(NativePath(path).text()) == 0;
 }
 
 } // namespace
+
+NativePath::NativePath(QStringView path)
+{
+    QStringEncoder encoder(QStringEncoder::System, QStringEncoder::Flag::Stateless);
+    m_text.resize(encoder.requiredSpace(path.size()) + 1);
+    *encoder.appendToBuffer(m_text.data(), path) = '\0';
+}
 
 mode_t modeOf(const QString &path)
 {
@@ -59,7 +67,7 @@ mode_t modeOf(const QString &path)
 std::optional<struct stat> linkStatusOf(const QString &path)
 {
     struct stat info = {};
-    if (::lstat(QFile::encodeName(path).constData(), &info) != 0)
+    if (::lstat(NativePath(path).text(), &info) != 0)
         return std::nullopt;
     return info;
 }
@@ -72,20 +80,20 @@ qint64 changeTime(const struct stat &status)
 std::optional<struct stat> statusOf(const QString &path)
 {
     struct stat info = {};
-    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
+    if (::stat(NativePath(path).text(), &info) != 0)
         return std::nullopt;
     return info;
 }
 
 std::optional<QString> canonicalPath(const QString &path)
 {
-    const std::unique_ptr<char, decltype(&std::free)> canonical(
-        ::realpath(QFile::encodeName(path).constData(), nullptr), std::free);
+    const std::unique_ptr<char, decltype(&std::free)> canonical(::realpath(NativePath(path).text(), nullptr),
+                                                                std::free);
     return canonical ? std::optional(QFile::decodeName(canonical.get())) : std::nullopt;
 }
 
 NativeFile::NativeFile(const QString &path, int flags, mode_t mode)
-    : m_descriptor(::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC, mode))
+    : m_descriptor(::open(NativePath(path).text(), flags | O_CLOEXEC, mode))
 {
 }
 
@@ -163,7 +171,7 @@ TemporaryFile::TemporaryFile(const QString &folder, mode_t mode)
 TemporaryFile::~TemporaryFile()
 {
     if (m_there)
-        ::unlink(QFile::encodeName(m_path).constData());
+        ::unlink(NativePath(m_path).text());
 }
 
 bool TemporaryFile::moveTo(const QString &path)
@@ -171,8 +179,7 @@ bool TemporaryFile::moveTo(const QString &path)
     // Some file systems tell of a failed write when the file is closed. The lock lasts as long as the second
     // descriptor is open.
     const NativeFile lock(::fcntl(m_file->descriptor(), F_DUPFD_CLOEXEC, 0));
-    if (!m_file->close() ||
-        ::rename(QFile::encodeName(m_path).constData(), QFile::encodeName(path).constData()) != 0)
+    if (!m_file->close() || ::rename(NativePath(m_path).text(), NativePath(path).text()) != 0)
         return false;
     m_there = false;
     return true;

@@ -3,6 +3,8 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringView>
+#include <QVarLengthArray>
 
 #include <sys/stat.h>
 
@@ -12,6 +14,18 @@
 // The system's files by their native paths. What fails leaves its reason in errno.
 
 namespace sondrel {
+
+/// A path as the system's calls take it, for as long as one lasts. Paths of usual length need no memory of
+/// their own.
+class NativePath
+{
+public:
+    explicit NativePath(QStringView path);
+    const char *text() const { return m_text.constData(); }
+
+private:
+    QVarLengthArray<char, 1024> m_text;
+};
 
 /// Kind and permissions of what stands at a path, a link being itself; 0 when nothing does.
 mode_t modeOf(const QString &path);

@@ -146,19 +146,8 @@ bool clsRanking::finish(clsSearchKeyword &search, int slot, int errorCode, const
     search.GetResult(page);
     if (!m_cancelled && continueWithNextPage(search, slot, page.text))
         return false;
-    m_keywords->UpdateObject(keyword, u"Status"_s, today());
+    m_keywords->UpdateObject(keyword, u"Status"_s, m_app.today());
     return true;
-}
-
-// Formatted once a day rather than once a keyword.
-const QString &clsRanking::today()
-{
-    const QDate today = m_app.clock.today();
-    if (today != m_today) {
-        m_today = today;
-        m_todayText = shortDate(m_app.locale, today);
-    }
-    return m_todayText;
 }
 
 bool clsRanking::continueWithNextPage(clsSearchKeyword &search, int slot, const PageText &page)

@@ -5,7 +5,6 @@
 #include "lookup/clsSearchKeyword.h"
 #include "lookup/frmRanking.h"
 
-#include <QDate>
 #include <QObject>
 #include <QStringList>
 
@@ -58,7 +57,6 @@ private:
     bool finish(clsSearchKeyword &search, int slot, int errorCode, const QByteArray &data);
     bool continueWithNextPage(clsSearchKeyword &search, int slot, const PageText &page);
     QString nextAddress(clsSearchKeyword &search, const PageText &page) const;
-    const QString &today();
 
     ApplicationContext &m_app;
     QString m_engineName;
@@ -69,8 +67,6 @@ private:
     int m_nextIndex = 1;
     int m_doneCount = 0;
     bool m_cancelled = false;
-    QDate m_today;
-    QString m_todayText;
     std::unique_ptr<frmRanking> m_pool;
 };
 

@@ -24,6 +24,9 @@ qint16 oneMore(qint16 count)
 // What one page adds to the listing and the report.
 struct clsSearchKeyword::PageRecord
 {
+    static constexpr qsizetype UsualSize = 4096;
+
+    QString page; // its number
     QString listing;
     QString report;
 };
@@ -71,9 +74,12 @@ void clsSearchKeyword::GetResult(const FetchedPage &page)
 
 void clsSearchKeyword::analyse(const PageText &page, const QString &copyName, PageRecord &record)
 {
+    record.page = QString::number(Pages);
+    record.listing.reserve(PageRecord::UsualSize);
+    record.report.reserve(PageRecord::UsualSize);
     if (Pages == 1)
         beginRun(page, record);
-    record.report += "<br><b>Page "_L1 % QString::number(Pages) % ": </b><a href="_L1 % copyName %
+    record.report += "<br><b>Page "_L1 % record.page % ": </b><a href="_L1 % copyName %
                      ">View full search results for this page on local PC</a> or <a href="_L1 % URL %
                      ">View full search results for this page online</a><br><br>\r\n<ol>\r\n"_L1;
     Piece rest = page.all();
@@ -106,15 +112,14 @@ void clsSearchKeyword::beginRun(const PageText &page, PageRecord &record)
 void clsSearchKeyword::recordListing(const Listing &listing, const TrackedAddresses &tracked,
                                      PageRecord &record)
 {
-    const QString page = QString::number(Pages);
-    record.listing += listing.URL % ";#"_L1 % listing.Title % ";#"_L1 % page % "\r\n"_L1;
+    record.listing += listing.URL % ";#"_L1 % listing.Title % ";#"_L1 % record.page % "\r\n"_L1;
     if (!listing.URL.isEmpty()) {
         m_linksCount = oneMore(m_linksCount);
         // A listing that belongs to two tracked addresses is two matches.
         for (int matches = tracked.countOf(listing.URL); matches > 0; --matches) {
-            storePosition(listing.URL, page);
+            storePosition(listing.URL, record.page);
             record.report += "<br><font color=#c12457><b>Position: "_L1 % QString::number(m_linksCount) %
-                             " Page: "_L1 % page % "<br>Matched URL: "_L1 % listing.URL %
+                             " Page: "_L1 % record.page % "<br>Matched URL: "_L1 % listing.URL %
                              "</b></font><br><br>\r\n"_L1;
         }
     }

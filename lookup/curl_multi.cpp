@@ -83,10 +83,7 @@ void CurlMulti::start(CURL *easy, Client &client)
 {
     if (curl_multi_add_handle(m_multi, easy) != CURLM_OK)
         return endLater(client);
-    // The request goes out at once: its server is at work while the pages that have come are looked at.
-    perform(CURL_SOCKET_TIMEOUT, 0);
-    if (!m_ended.empty())
-        tellLater();
+    setTimer(); // the transfer is due now: it begins with what else happens next
 }
 
 void CurlMulti::stop(CURL *easy, Client &client)

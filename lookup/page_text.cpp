@@ -7,10 +7,12 @@
 
 namespace sondrel {
 
-Needle::Needle(QStringView text) : m_folded(sondrel::folded(text))
+Needle::Needle(QStringView text) : m_folded(text.size()), m_ascii(text.size())
 {
-    if (std::all_of(m_folded.begin(), m_folded.end(), [](QChar unit) { return unit < QChar(0x80); }))
-        m_ascii = m_folded.toLatin1();
+    std::transform(text.utf16(), text.utf16() + text.size(), m_folded.begin(), foldCase);
+    std::transform(m_folded.begin(), m_folded.end(), m_ascii.begin(),
+                   [](char16_t unit) { return static_cast<char>(unit); });
+    m_isAscii = std::all_of(m_folded.begin(), m_folded.end(), [](char16_t unit) { return unit < 0x80; });
 }
 
 PageText::PageText(QString text) : m_text(std::move(text)) {}
@@ -42,16 +44,16 @@ qsizetype PageText::find(Piece in, qsizetype from, const Needle &needle) const
 {
     if (from >= in.end)
         return -1;
-    if (m_codePage && needle.ascii())
-        return indexOfAscii(QByteArrayView(m_bytes).first(in.end), *needle.ascii(), from);
+    if (m_codePage && needle.isAscii())
+        return indexOfAscii(QByteArrayView(m_bytes).first(in.end), needle.ascii(), from);
     return indexOfExactly(folded().first(in.end), needle.folded(), from);
 }
 
 qsizetype PageText::findLast(Piece in, const Needle &needle) const
 {
     const qsizetype at =
-        m_codePage && needle.ascii()
-            ? lastIndexOfAscii(QByteArrayView(m_bytes).sliced(in.begin, in.size()), *needle.ascii())
+        m_codePage && needle.isAscii()
+            ? lastIndexOfAscii(QByteArrayView(m_bytes).sliced(in.begin, in.size()), needle.ascii())
             : lastIndexOfExactly(folded().sliced(in.begin, in.size()), needle.folded());
     return at < 0 ? -1 : in.begin + at;
 }

@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QString>
 #include <QStringView>
+#include <QVarLengthArray>
 
 #include <optional>
 
@@ -22,21 +23,24 @@ struct Piece
     bool operator==(const Piece &) const = default;
 };
 
-/// A text to look for in pages, without regard to case.
+/// A text to look for in pages, without regard to case. Made anew for each page, so that those of usual
+/// length need no memory of their own.
 class Needle
 {
 public:
     explicit Needle(QStringView text);
 
-    QStringView folded() const { return m_folded; }
-    /// The same in bytes; nothing when it is not all ASCII.
-    const std::optional<QByteArray> &ascii() const { return m_ascii; }
+    QStringView folded() const { return {m_folded.data(), m_folded.size()}; }
+    bool isAscii() const { return m_isAscii; }
+    /// The same in bytes, when it is all ASCII.
+    QByteArrayView ascii() const { return {m_ascii.data(), m_ascii.size()}; }
     qsizetype size() const { return m_folded.size(); }
     bool isEmpty() const { return m_folded.isEmpty(); }
 
 private:
-    QString m_folded;
-    std::optional<QByteArray> m_ascii;
+    QVarLengthArray<char16_t, 64> m_folded;
+    QVarLengthArray<char, 64> m_ascii;
+    bool m_isAscii;
 };
 
 /// A page that is searched many times and cut by begin and end strings. Pieces of it are positions, so that

@@ -306,7 +306,7 @@ bool clsKeywords::UpdateObject(const QString &keyword, const QString &field, con
         added.Keyword = keyword;
         if (is(u"CurPos")) {
             added.CurPos = value;
-            added.Status = shortDate(m_app.locale, m_app.clock.today());
+            added.Status = m_app.today();
         }
         AddKeyword(added, -1);
         return false;

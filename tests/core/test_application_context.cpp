@@ -149,3 +149,10 @@ TEST_F(Context, reportsWhatAStepThrows)
     EXPECT_FALSE(reportFailure(app, u"Tag: "_s, [] { throw std::runtime_error("plain"); }));
     EXPECT_EQ(world.takeLog(), u"Tag: plain"_s);
 }
+
+TEST_F(Context, writesTodayAsTheLocaleDoesDayAfterDay)
+{
+    EXPECT_EQ(app.today(), u"11/15/2026"_s);
+    world.clock.set(world.clock.now().addDays(1));
+    EXPECT_EQ(app.today(), u"11/16/2026"_s);
+}

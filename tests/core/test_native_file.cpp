@@ -86,6 +86,14 @@ private:
 
 } // namespace
 
+TEST(NativePaths, areWhatTheSystemCallsThem)
+{
+    const QString parts[] = {QString(), u"plain"_s, u"größe/\u4E2D\U0001F600"_s, u"lone\xD800"_s,
+                             QString(5000, u'é')};
+    for (const QString &path : parts)
+        EXPECT_EQ(QByteArray(NativePath(path).text()), QFile::encodeName(path)) << path.toStdString();
+}
+
 TEST_F(TemporaryFiles, areGoneUnlessTheyAreMoved)
 {
     {

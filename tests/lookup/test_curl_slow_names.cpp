@@ -49,7 +49,7 @@ protected:
             [](QtMsgType, const QMessageLogContext &, const QString &text) { warnings.append(text); });
         control->Url = u"http://%1/"_s.arg(QLatin1StringView(SlowName));
         control->Get();
-        EXPECT_TRUE(asked.tryAcquire(1, Patience));
+        EXPECT_TRUE(waitUntil([] { return asked.tryAcquire(); }));
     }
     ~SlowNames() override
     {
