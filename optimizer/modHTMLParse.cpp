@@ -51,6 +51,9 @@ public:
                 return;
             takeTag(open + 1, close);
             m_work = close + 1;
+            // All at once: what grows by and by is copied again and again.
+            if (m_inBody && m_tags.body.isNull())
+                m_tags.body.reserve(m_html.size() - m_work);
             open = nextTag();
             if (open >= 0 && m_inBody)
                 m_tags.body += m_html.sliced(m_work, open - m_work);
@@ -144,7 +147,7 @@ void halveBlanks(QString &body)
 {
     rewrite(body, [](QStringView rest, QChar &out) -> qsizetype {
         out = rest.front();
-        return rest.startsWith(u"  ") ? 2 : 1;
+        return out == u' ' && rest.size() > 1 && rest[1] == u' ' ? 2 : 1;
     });
 }
 
