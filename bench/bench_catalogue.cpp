@@ -3,8 +3,6 @@
 #include "engines/clsEngine.h"
 #include "tests/doors/offline_program.h"
 
-#include <QTemporaryDir>
-
 #include <benchmark/benchmark.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -47,8 +45,7 @@ QByteArray engineData(int engines)
 
 void loadCatalogue(benchmark::State &state)
 {
-    const QTemporaryDir folder;
-    OfflineProgram program(folder.path());
+    TemporaryProgram program;
     const auto engines = static_cast<int>(state.range(0));
     program.app.files.writeAll(program.app.EngineDataFile, engineData(engines));
     clsEngine catalogue(program.app);
@@ -74,8 +71,7 @@ BENCHMARK(parseProfile)->Unit(benchmark::kMillisecond);
 
 void findEngine(benchmark::State &state)
 {
-    const QTemporaryDir folder;
-    OfflineProgram program(folder.path());
+    TemporaryProgram program;
     program.app.files.writeAll(program.app.EngineDataFile, engineData(static_cast<int>(state.range(0))));
     clsEngine catalogue(program.app);
     catalogue.loadEngineData();

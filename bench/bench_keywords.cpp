@@ -2,8 +2,6 @@
 #include "bench/keyword_files.h"
 #include "tests/doors/offline_program.h"
 
-#include <QTemporaryDir>
-
 #include <benchmark/benchmark.h>
 
 #include <sys/resource.h>
@@ -46,8 +44,7 @@ double peakMemory()
 
 void loadUpdateSave(benchmark::State &state)
 {
-    const QTemporaryDir folder;
-    OfflineProgram program(folder.path());
+    TemporaryProgram program;
     const auto count = static_cast<int>(state.range(0));
     writeKeywordFiles(program.app, Account, Engine, count, 10);
     QStringList terms;
@@ -70,8 +67,7 @@ BENCHMARK(loadUpdateSave)->Arg(5000)->Arg(50000)->Unit(benchmark::kMillisecond)-
 
 void updateObject(benchmark::State &state)
 {
-    const QTemporaryDir folder;
-    OfflineProgram program(folder.path());
+    TemporaryProgram program;
     const auto count = static_cast<int>(state.range(0));
     writeKeywordFiles(program.app, Account, Engine, count, 10);
     clsKeywords keywords(program.app);
