@@ -91,9 +91,11 @@ void fillPlaces(ApplicationContext &app, const QString &programFolder)
 {
     const HostPath beside({programFolder});
     app.files.makeFolder(app.AppPath);
-    copyMissing(app, beside, programFolder, AppFiles, app.AppPath);
-    // A disk that is full must not keep the program from starting with the older help.
-    reportFailure(app, u"modStartUp_Main error:  "_s, [&] { renewCopies(app, beside, programFolder); });
+    if (app.AppPath != programFolder) {
+        copyMissing(app, beside, programFolder, AppFiles, app.AppPath);
+        // A disk that is full must not keep the program from starting with the older help.
+        reportFailure(app, u"modStartUp_Main error:  "_s, [&] { renewCopies(app, beside, programFolder); });
+    }
     if (app.SystemDirectory.isEmpty())
         return;
     app.files.makeFolder(app.SystemDirectory.chopped(1));

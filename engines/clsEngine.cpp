@@ -246,11 +246,11 @@ const EngineRow *clsEngine::firstOf(const QString &name) const
 
 std::optional<Collection<QString>> clsEngine::GetEngineNameMarketCol() const
 {
+    if (m_firstByName.size() != GetEngineCount())
+        return std::nullopt; // a name comes twice
     Collection<QString> result;
     for (const auto &[row, unread] : m_rows) {
         const QString name = trimBlanks(row.EngineName).toString();
-        if (result.HasKey(name))
-            return std::nullopt;
         result.Add(trimBlanks(row.Market).toString() + u'|' + name, name);
     }
     return result;

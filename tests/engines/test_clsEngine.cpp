@@ -259,6 +259,16 @@ TEST_F(ClsEngine, failsOnNumbersThatAreTooBig)
     }
 }
 
+TEST_F(ClsEngine, findsANumberThatIsTooBigHoweverItsLineIsWritten)
+{
+    for (const QByteArray line :
+         {"START=40000", " \tstart \t=40000\r", "PerPage=7\rStart=40000", "x=1\r\n\r\nPERPAGE=1e9\r\n"})
+        EXPECT_FALSE(load("[Markets]\n1=A\n[A]\n1=Finder\n[Finder]\n" + line)) << line.constData();
+    for (const QByteArray line :
+         {"Startx=40000", "xStart=40000", "Start 40000", ";Start=40000", "NextPage1=Start=40000"})
+        EXPECT_TRUE(load("[Markets]\n1=A\n[A]\n1=Finder\n[Finder]\n" + line)) << line.constData();
+}
+
 TEST_F(ClsEngine, holdsTheRowsUpToANumberThatIsTooBig)
 {
     EXPECT_FALSE(load("[Markets]\n1=A\n[A]\n1=Good\n2=Bad\n3=Never\n[Bad]\nEngineKey=bad\nStart=1e9\n"));
