@@ -178,6 +178,11 @@ HostPath::Directory HostPath::known(Directory folder)
     return folder;
 }
 
+FolderIndex::OwnChange HostPath::ownChange(const Directory &folder)
+{
+    return {m_index, folder.path, known(folder).changed};
+}
+
 // The path of a place that does not exist as spelled, or not at all.
 QString HostPath::respelled(const Place &place) const
 {
@@ -353,7 +358,7 @@ void HostPath::replace(Entry &file, QByteArrayView bytes, QByteArrayView tail, b
     // The folder's permission alone decides over a rename; a file that is not to be written stays.
     if (file.isFile() && ::access(NativePath(file.path()).text(), W_OK) != 0)
         failToChange(what, file.path());
-    FolderIndex::OwnChange change(m_index, file.folder.path, known(file.folder).changed);
+    FolderIndex::OwnChange change = ownChange(file.folder);
     TemporaryFile copy(file.folder.path);
     if (!copy.isOpen() || !copy.file().writeAll(bytes, tail) ||
         (file.isFile() && ::fchmod(copy.file().descriptor(), file.mode & 07777) != 0) ||
@@ -367,7 +372,7 @@ AppendFile HostPath::openToAppend(Entry &file)
 {
     if (file.isFile())
         return AppendFile(*this, file.path(), O_WRONLY | O_APPEND);
-    FolderIndex::OwnChange change(m_index, file.folder.path, known(file.folder).changed);
+    FolderIndex::OwnChange change = ownChange(file.folder);
     if (file.isLink() && ::unlink(NativePath(file.path()).text()) != 0)
         failToChange(u"Cannot write"_s, file.path());
     AppendFile result(*this, file.path(), O_WRONLY | O_APPEND | O_CREAT);
@@ -383,7 +388,7 @@ void HostPath::remove(Entry &file)
         return;
     if (file.isFolder())
         fail(what, file.path(), file.kind());
-    FolderIndex::OwnChange change(m_index, file.folder.path, known(file.folder).changed);
+    FolderIndex::OwnChange change = ownChange(file.folder);
     if (::unlink(NativePath(file.path()).text()) != 0)
         failToChange(what, file.path());
     change.removed(file.name);
@@ -466,7 +471,7 @@ HostPath::Directory HostPath::madeFolder(const QString &path)
         if (next.isThere() && !next.isFolder())
             fail(what, next.path(), u"a file is in its place"_s);
         if (!next.isThere()) {
-            FolderIndex::OwnChange change(m_index, next.folder.path, known(next.folder).changed);
+            FolderIndex::OwnChange change = ownChange(next.folder);
             if (::mkdir(NativePath(next.path()).text(), 0777) != 0)
                 failToChange(what, next.path());
             change.added(next.name);
@@ -530,7 +535,7 @@ void HostPath::link(const QString &target, const QString &linkName, bool vaguely
     }
     const QString what = u"Cannot make the link"_s;
     const NativePath native(link.path());
-    FolderIndex::OwnChange change(m_index, link.folder.path, known(link.folder).changed);
+    FolderIndex::OwnChange change = ownChange(link.folder);
     if (link.isLink() && ::unlink(native.text()) != 0)
         failToChange(what, link.path());
     if (::symlink(NativePath(text).text(), native.text()) == 0)

@@ -119,6 +119,7 @@ private:
     Entry targetIn(const Directory &folder, const QString &name) const;
     Entry fileToWrite(Entry target) const;
     static Directory known(Directory folder);
+    FolderIndex::OwnChange ownChange(const Directory &folder);
     // These three keep the time of the file's folder up to date.
     void replace(Entry &file, QByteArrayView bytes, QByteArrayView tail, bool flush);
     AppendFile openToAppend(Entry &file);
