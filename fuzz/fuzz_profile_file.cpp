@@ -37,8 +37,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     for (const qint64 number : file.numberedKeys(section, 1e9))
         file.read(section, QString::number(number));
     const QString value = text.mid(data[1], 300);
-    // The program's own keys are words and numbers; one that begins a header or a note would be none.
-    if (const QString name = key.trimmed(); !name.startsWith(u'[') && !name.startsWith(u';'))
+    // The program's own keys are words and numbers; one that begins a header or a note would be none. NUL is
+    // written as a blank.
+    const QString name = QString(key).replace(QChar(u'\0'), u' ').trimmed();
+    if (!name.startsWith(u'[') && !name.startsWith(u';'))
         file.write(section, key, value);
     file.write(u"S"_s, u"k"_s, value);
     const QString read = file.read(u"S"_s, u"k"_s);
