@@ -69,24 +69,22 @@ QString redirects(const QString &exampleURL)
 
 } // namespace
 
-QString indexingReasons(QStringView foldedPage, const QString &siteURL, qint32 words,
+QString indexingReasons(const PageMarks &page, const QString &siteURL, qint32 words,
                         const QString &exampleURL)
 {
-    const auto holds = [foldedPage](QStringView text) { return indexOfExactly(foldedPage, text) >= 0; };
     QString reasons;
-    // Hardly any page has such a tag: scripts are marked otherwise.
-    if (holds(u"<javascript>"))
+    if (page.javaScriptTag)
         reasons += usesJavaScript();
     if (words < 300)
         reasons += hasLittleText();
-    if (!holds(u"<a ") || !holds(u"http"))
+    if (!page.linkTag || !page.http)
         reasons += hasNoLinks();
-    if (holds(u"<frameset"))
+    if (page.framesetTag)
         reasons += isFrameset();
     if (containsIgnoringCase(siteURL, u".php") || siteURL.contains(u'?') ||
         containsIgnoringCase(siteURL, u".asp"))
         reasons += isMadeByScript();
-    if (holds(u"http-equiv=\"refresh\""))
+    if (page.refresh)
         reasons += redirects(exampleURL);
     return reasons;
 }

@@ -13,7 +13,7 @@ namespace sondrel {
 namespace {
 
 constexpr QStringView ScriptEnd = u"</script>";
-constexpr qsizetype ScriptTag = 7; // "<script"
+constexpr QStringView ScriptTag = u"<script";
 
 // The content of an attribute, from its name on: behind "=", without the quotation marks round it.
 QStringView contentOf(QStringView attribute)
@@ -28,20 +28,26 @@ QStringView contentOf(QStringView attribute)
     return attribute;
 }
 
-// One walk over the tags of a page. Texts are looked for in a folded copy of it.
+// Where a tag stands at or behind from, told by how it begins in small letters; -1 for none.
+qsizetype indexOfTag(QStringView html, QStringView tag, qsizetype from = 0)
+{
+    qsizetype open = html.indexOf(u'<', from);
+    while (open >= 0 && !startsWithIgnoringCase(html.sliced(open), tag))
+        open = html.indexOf(u'<', open + 1);
+    return open;
+}
+
+// One walk over the tags of a page.
 class TagScan
 {
 public:
-    TagScan(QStringView html, QStringView folded, MetaTags &tags)
-        : m_html(html), m_folded(folded), m_tags(tags)
-    {
-    }
+    TagScan(QStringView html, MetaTags &tags) : m_html(html), m_tags(tags) {}
 
     void run()
     {
         qsizetype open = nextTag();
         while (open >= 0) {
-            if (m_folded.sliced(open + 1).startsWith(u"script")) {
+            if (startsWithIgnoringCase(m_html.sliced(open), ScriptTag)) {
                 skipScript(open);
                 open = nextTag();
                 continue;
@@ -65,9 +71,7 @@ private:
 
     void skipScript(qsizetype open)
     {
-        const qsizetype end =
-            m_scriptEnds ? indexOfExactly(m_folded, ScriptEnd, std::min(open + ScriptTag, m_folded.size()))
-                         : -1;
+        const qsizetype end = m_scriptEnds ? indexOfTag(m_html, ScriptEnd, open + ScriptTag.size()) : -1;
         if (end >= 0) {
             m_work = end + ScriptEnd.size();
             return;
@@ -81,9 +85,9 @@ private:
 
     void takeTag(qsizetype begin, qsizetype end)
     {
-        const QStringView tag = m_folded.sliced(begin, end - begin);
         if (m_inBody)
             return;
+        const QString tag = folded(m_html.sliced(begin, end - begin));
         m_inBody = tag == u"/head" || tag.startsWith(u"body");
         if (m_inBody || !tag.contains(u"meta"_s))
             return;
@@ -102,7 +106,6 @@ private:
     }
 
     QStringView m_html;
-    QStringView m_folded;
     MetaTags &m_tags;
     qsizetype m_work = 0; // what stands before it is done with
     bool m_scriptEnds = true;
@@ -161,11 +164,11 @@ QString cleanBody(QString body)
     return body;
 }
 
-QString titleOf(QStringView html, QStringView folded)
+QString titleOf(QStringView html)
 {
     constexpr QStringView Begin = u"<title>";
-    const qsizetype begin = indexOfExactly(folded, Begin);
-    const qsizetype end = indexOfExactly(folded, u"</title>");
+    const qsizetype begin = indexOfTag(html, Begin);
+    const qsizetype end = indexOfTag(html, u"</title>");
     if (begin < 0 || end < 0)
         return {};
     if (end < begin)
@@ -173,16 +176,11 @@ QString titleOf(QStringView html, QStringView folded)
     return CollapseSpaces(html.sliced(begin + Begin.size(), end - begin - Begin.size()).toString());
 }
 
-void readTags(const QString &html, const QString &folded, MetaTags &tags)
+void readTags(const QString &html, MetaTags &tags)
 {
-    TagScan(html, folded, tags).run();
+    TagScan(html, tags).run();
     tags.body = cleanBody(std::move(tags.body));
-    tags.title = titleOf(html, folded);
-}
-
-QString failureTag()
-{
-    return u"modHTMLParse_retrieveMetaTag error: "_s;
+    tags.title = titleOf(html);
 }
 
 } // namespace
@@ -190,14 +188,7 @@ QString failureTag()
 MetaTags retrieveMetaTag(ApplicationContext &app, const QString &html)
 {
     MetaTags tags;
-    reportFailure(app, failureTag(), [&] { readTags(html, folded(html), tags); });
-    return tags;
-}
-
-MetaTags retrieveMetaTag(ApplicationContext &app, const QString &html, const QString &foldedHTML)
-{
-    MetaTags tags;
-    reportFailure(app, failureTag(), [&] { readTags(html, foldedHTML, tags); });
+    reportFailure(app, u"modHTMLParse_retrieveMetaTag error: "_s, [&] { readTags(html, tags); });
     return tags;
 }
 

@@ -19,7 +19,5 @@ struct MetaTags
 /// Cuts a page into its parts by a forward scan over its tags, which knows no comments, styles or entities.
 /// Takes time in proportion to the page.
 MetaTags retrieveMetaTag(ApplicationContext &app, const QString &html);
-/// The same for a page that has been folded already.
-MetaTags retrieveMetaTag(ApplicationContext &app, const QString &html, const QString &foldedHTML);
 
 } // namespace sondrel

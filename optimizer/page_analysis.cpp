@@ -1,7 +1,7 @@
 #include "optimizer/page_analysis.h"
 
 #include "core/modUtilit.h"
-#include "core/text_fold.h"
+#include "optimizer/folded_stretches.h"
 #include "optimizer/frame_urls.h"
 #include "optimizer/indexing_reasons.h"
 #include "optimizer/page_address.h"
@@ -23,29 +23,31 @@ struct Occurrences
     qsizetype at = 0; // how far they have been counted
     qsizetype count = 0;
 
-    // Counts those that begin in front of the end.
-    void countTo(qsizetype end, QStringView text)
+    // Counts those that begin in this part of the text.
+    void countIn(const FoldedStretch &stretch)
     {
         if (needle.isEmpty())
             return;
-        const QStringView reached = text.first(std::min(end + needle.size() - 1, text.size()));
-        while (at < end) {
-            const qsizetype hit = indexOfExactly(reached, needle, at);
+        const qsizetype size = stretch.end - stretch.begin + needle.size() - 1;
+        const QStringView reached = QStringView(stretch.text).first(std::min(size, stretch.text.size()));
+        while (at < stretch.end) {
+            const qsizetype hit = indexOfExactly(reached, needle, at - stretch.begin);
             if (hit >= 0)
                 ++count;
-            at = hit < 0 ? end : hit + needle.size();
+            at = hit < 0 ? stretch.end : stretch.begin + hit + needle.size();
         }
     }
 };
 
-// A stretch at a time, all keywords in it: it stays near the processor, where a long text does not.
 void countAll(std::vector<Occurrences> &keywords, QStringView text)
 {
-    constexpr qsizetype Stretch = 0x4000;
-    for (qsizetype begin = 0; begin < text.size(); begin += Stretch) {
+    qsizetype longest = 0;
+    for (const Occurrences &keyword : keywords)
+        longest = std::max(longest, keyword.needle.size());
+    forEachFoldedStretch(text, longest, [&](const FoldedStretch &stretch) {
         for (Occurrences &keyword : keywords)
-            keyword.countTo(std::min(begin + Stretch, text.size()), text);
-    }
+            keyword.countIn(stretch);
+    });
 }
 
 Verdict verdictOf(float density, DensityBand band)
@@ -102,7 +104,7 @@ std::vector<KeywordUse> keywordUses(const QString &keywords, const QString &text
     std::vector<Occurrences> occurrences;
     for (const QString &name : names)
         occurrences.push_back({folded(CollapseSpaces(trimBlanks(name).toString()))});
-    countAll(occurrences, folded(text));
+    countAll(occurrences, text);
     std::vector<KeywordUse> uses;
     for (qsizetype i = 0; i < names.size(); ++i)
         uses.push_back(useOf(names[i], occurrences[static_cast<std::size_t>(i)].count, words, band));
@@ -116,12 +118,11 @@ PageAnalysis analysePage(ApplicationContext &app, const QString &siteURL, const 
         if (step)
             step(number);
     };
-    const QString foldedPage = folded(pageText);
     PageAnalysis page;
     page.siteURL = siteURL;
     page.address = pageAddress(siteURL);
     page.pageLength = pageText.size();
-    page.tags = retrieveMetaTag(app, pageText, foldedPage);
+    page.tags = retrieveMetaTag(app, pageText);
     page.bodyWords = countBodyWords(page.tags.body);
     page.descriptionWords = countDescriptionWords(page.tags.description);
     page.bodyBand = bodyBandOf(page.bodyWords);
@@ -135,7 +136,8 @@ PageAnalysis analysePage(ApplicationContext &app, const QString &siteURL, const 
     page.descriptionAdvice = descriptionAdvice(page.tags.description);
     reach(8);
     page.titleAdvice = titleAdvice(page.tags.title);
-    page.isFrameset = indexOfExactly(foldedPage, u"<frameset") >= 0;
+    const PageMarks marks = PageMarks::of(pageText);
+    page.isFrameset = marks.framesetTag;
     if (page.isFrameset)
         page.frameWarning = frameWarning();
     page.contentsAdvice = contentsAdvice(page.bodyWords);
@@ -146,7 +148,7 @@ PageAnalysis analysePage(ApplicationContext &app, const QString &siteURL, const 
     page.descriptionRows =
         keywordUses(page.tags.keywords, page.tags.description, page.descriptionWords, page.descriptionBand);
     reach(10);
-    page.reasons = indexingReasons(foldedPage, siteURL, page.bodyWords, app.deployment.ExampleURL);
+    page.reasons = indexingReasons(marks, siteURL, page.bodyWords, app.deployment.ExampleURL);
     return page;
 }
 

@@ -91,7 +91,7 @@ TEST(FrameAdvice, listsTheAddresses)
 
 QStringList reasonsFor(const QString &page, const QString &site, qint32 words)
 {
-    const QString reasons = indexingReasons(page, site, words, u"http://other.example/"_s);
+    const QString reasons = indexingReasons(PageMarks::of(page), site, words, u"http://other.example/"_s);
     QStringList heads;
     for (const QString &item : reasons.split(u"<li>"_s, Qt::SkipEmptyParts))
         heads.append(item.mid(34, 10));
@@ -128,7 +128,7 @@ TEST(IndexingReasons, followEachOther)
 
 TEST(IndexingReasons, nameAForeignSite)
 {
-    EXPECT_TRUE(indexingReasons(Linked + u"http-equiv=\"refresh\""_s, {}, 300, u"http://other.example/"_s)
+    EXPECT_TRUE(indexingReasons(PageMarks::of(Linked + u"http-equiv=\"refresh\""_s), {}, 300, u"http://other.example/"_s)
                     .contains(u"content=\"0; URL=http://other.example/\">his tag redirects"_s));
 }
 
