@@ -69,7 +69,7 @@ QStringList reportAttachments(ApplicationContext &app, const clsAccount &account
         list.add(u"enginesummary.html"_s);
     const auto addUrls = [&] {
         if (wanted.keywordUrl)
-            list.add(u"keywordurl.html"_s);
+            list.add(order == KeywordReportOrder::UrlsFirst ? u"Keywordurl.html"_s : u"keywordurl.html"_s);
     };
     if (order == KeywordReportOrder::UrlsFirst)
         addUrls();

@@ -56,7 +56,7 @@ TEST_F(AutomaticMail, carriesTheWantedReportsInOrder)
 {
     write({u"EngineSummary.html"_s, u"keywordurl.html"_s, u"keywordsummary.html"_s, u"rankingdetail.html"_s,
            u"ZetaDetails.html"_s, u"AlphaDetails.html"_s});
-    EXPECT_THAT(attached(), ElementsAre(u"menu.html"_s, u"enginesummary.html"_s, u"keywordurl.html"_s,
+    EXPECT_THAT(attached(), ElementsAre(u"menu.html"_s, u"enginesummary.html"_s, u"Keywordurl.html"_s,
                                         u"keywordsummary.html"_s, u"rankingdetail.html"_s,
                                         u"ZetaDetails.html"_s, u"AlphaDetails.html"_s));
 }
