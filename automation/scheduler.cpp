@@ -109,7 +109,7 @@ void Scheduler::moveDate(clsAccount &account)
     clsAccount stored(m_app);
     stored.Name = account.Name;
     stored.GetSettings();
-    if (stored.NextLookup == before)
+    if (stored.NextLookup != account.NextLookup)
         m_unmoved.insert(folded(account.Name), {before, m_app.clock.today()});
     else
         m_unmoved.remove(folded(account.Name));

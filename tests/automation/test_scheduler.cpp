@@ -109,6 +109,16 @@ TEST_F(Unattended, runsOnceADayWhileItsDateCannotBeMoved)
     EXPECT_TRUE(world.takeLog().contains(u"clsAccount_SetNextLookupDate: Cannot write"_s));
 }
 
+// Such a date has been moved, if only to one that is past.
+TEST_F(Unattended, runsAProjectOfAnUnknownFrequencyAtEveryScan)
+{
+    addProject(u"Shop"_s, {}, [](clsAccount &account) { account.Frequency = 7; });
+    for (int i = 0; i < 3; ++i)
+        scheduler.scan();
+    EXPECT_EQ(nextLookup(u"Shop"_s), clsAccount::ZeroDate);
+    EXPECT_EQ(finished.size(), 3);
+}
+
 TEST_F(Unattended, waitsForTheStartTime)
 {
     addProject(u"Shop"_s, {u"Finder"_s}, [](clsAccount &account) { account.StartTime = u"10:02:30 AM"_s; });
