@@ -16,7 +16,6 @@ namespace {
 constexpr qsizetype WantedLine = 76;
 constexpr qsizetype LongestLine = 998;
 constexpr qsizetype LongestWord = 400; // with the blanks in front of it and a name still one line
-constexpr qsizetype BytesPerWord = 39; // so that a name and its first word stay in one line
 
 bool isLineEnd(QChar character)
 {
@@ -52,21 +51,30 @@ bool canBeFolded(QStringView text)
     return true;
 }
 
-// Text in encoded words, with line ends between them.
-QByteArray encodedWords(const QString &text)
+// How many bytes of text an encoded word holds that begins in this column of a line.
+qsizetype bytesOfWord(qsizetype column)
+{
+    constexpr qsizetype Marks = 12; // "=?utf-8?B?" and "?="
+    return (WantedLine - column - Marks) / 4 * 3;
+}
+
+// Text in encoded words from that column on, with line ends between them.
+QByteArray encodedWords(const QString &text, qsizetype column)
 {
     QByteArray words;
     QByteArray piece;
+    qsizetype room = bytesOfWord(column);
     const auto flush = [&] {
         if (!words.isEmpty())
             words.append("\r\n ");
         words.append("=?utf-8?B?").append(piece.toBase64()).append("?=");
         piece.clear();
+        room = bytesOfWord(1);
     };
     for (qsizetype i = 0; i < text.size(); ++i) {
         const bool pair = text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
         const QByteArray bytes = QStringView(text).sliced(i, pair ? 2 : 1).toUtf8();
-        if (piece.size() + bytes.size() > BytesPerWord)
+        if (piece.size() + bytes.size() > room)
             flush();
         piece.append(bytes);
         i += pair ? 1 : 0;
@@ -110,18 +118,31 @@ QByteArray folded(const QByteArray &name, const QByteArray &value)
     return result.append(rest).append("\r\n");
 }
 
-QByteArray listed(const std::vector<MailAddress> &addresses)
+// A mailbox in angle brackets behind the words of its name, in their line where there is room for it.
+QByteArray named(const QByteArray &words, qsizetype column, const QByteArray &mailbox)
+{
+    const qsizetype lineEnd = words.lastIndexOf('\n');
+    const qsizetype inLine = words.size() - (lineEnd < 0 ? -column : lineEnd + 1);
+    constexpr qsizetype Marks = 4; // blank, angle brackets, a comma
+    const bool fits = inLine + Marks + mailbox.size() <= WantedLine;
+    return words + (fits ? " <" : "\r\n <") + mailbox + ">";
+}
+
+// Addresses of a header, each in a line of its own; the first begins in that column.
+QByteArray listed(const std::vector<MailAddress> &addresses, qsizetype column)
 {
     QByteArray list;
     for (const MailAddress &address : addresses) {
-        if (!list.isEmpty())
+        if (!list.isEmpty()) {
             list.append(",\r\n ");
+            column = 1;
+        }
         const QByteArray mailbox =
             isPlain(address.mailbox) ? address.mailbox.toLatin1() : wireMailbox(address.mailbox);
         if (address.name.isEmpty())
             list.append(mailbox);
         else
-            list.append(encodedWords(address.name)).append(" <").append(mailbox).append(">");
+            list.append(named(encodedWords(address.name, column), column, mailbox));
     }
     return list;
 }
@@ -156,7 +177,7 @@ QByteArray textHeader(const QByteArray &name, const QString &value)
     const QString line = withoutLineEnds(value);
     if (isPlain(line) && !line.contains("=?"_L1) && canBeFolded(line))
         return folded(name, line.toLatin1());
-    return name + ": " + encodedWords(line) + "\r\n";
+    return name + ": " + encodedWords(line, name.size() + 2) + "\r\n";
 }
 
 QByteArray addressHeader(const QByteArray &name, const QString &value)
@@ -166,7 +187,7 @@ QByteArray addressHeader(const QByteArray &name, const QString &value)
     if (isPlain(line) && canBeFolded(line) && !isPartedBySemicolons(line))
         header = folded(name, line.toLatin1());
     else
-        header = name + ": " + listed(parseAddresses(line)) + "\r\n";
+        header = name + ": " + listed(parseAddresses(line), name.size() + 2) + "\r\n";
     checkLength(header);
     return header;
 }
