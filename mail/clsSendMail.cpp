@@ -77,7 +77,8 @@ clsSendMail::~clsSendMail() = default;
 
 void clsSendMail::setToRecipient(const QString &value)
 {
-    if ((!value.contains(u'@') && value.contains(u'\\')) || value.contains(":\\"_L1)) {
+    const bool onServer = value.contains("\\\\"_L1) && !value.contains(u'@');
+    if (onServer || value.contains(":\\"_L1)) {
         m_listFile = value;
         m_recipientKind = RecipientKind::ListFile;
         return;

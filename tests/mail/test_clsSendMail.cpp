@@ -115,16 +115,19 @@ TEST_F(SendMail, failsForAListFileWithoutAnEarlierAddress)
 
 TEST_F(SendMail, keepsAnEarlierAddressBesideAListFile)
 {
-    for (const QString &list : {u"lists\\all.txt"_s, u"D:\\a@b.txt"_s})
+    for (const QString &list : {u"\\\\server\\all.txt"_s, u"D:\\a@b.txt"_s})
         mail().setToRecipient(list);
     EXPECT_EQ(mail().ToRecipient(), u"client@site.example"_s);
     EXPECT_EQ(mail().TotalBytes, 1);
 }
 
-TEST_F(SendMail, takesABackslashWithAnAtSignForAnAddress)
+TEST_F(SendMail, takesWhatIsNoWholePathForAnAddress)
 {
-    mail().setToRecipient(u"dom\\ann@site.example"_s);
-    EXPECT_EQ(mail().ToRecipient(), u"dom\\ann@site.example"_s);
+    for (const QString &address :
+         {u"dom\\ann@site.example"_s, u"\\\\dom\\ann@site.example"_s, u"lists\\all.txt"_s}) {
+        mail().setToRecipient(address);
+        EXPECT_EQ(mail().ToRecipient(), address);
+    }
 }
 
 TEST_F(SendMail, storesThePriorityAsItsHeader)
