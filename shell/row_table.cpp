@@ -159,4 +159,14 @@ QModelIndex RowTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modi
     return model()->index(action == MoveHome ? 0 : rows - 1, column);
 }
 
+// What chooses a row without an event is the program. The toolkit would take the keys of a shortcut that are
+// still held for those of a selection.
+QItemSelectionModel::SelectionFlags RowTable::selectionCommand(const QModelIndex &index,
+                                                               const QEvent *event) const
+{
+    if (event)
+        return QTableView::selectionCommand(index, event);
+    return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
+}
+
 } // namespace sondrel

@@ -94,6 +94,18 @@ TEST_F(MainLookup, takesTheSelectedKeywords)
     EXPECT_EQ(grid().currentIndex().row(), 1);
 }
 
+TEST_F(MainLookup, leavesTheRowChosenWhileShiftIsHeldForItsShortcut)
+{
+    grid().setFocus();
+    grid().selectRow(1);
+    QTest::keyPress(window->windowHandle(), Qt::Key_F5, Qt::ShiftModifier);
+    EXPECT_TRUE(child().Online());
+    EXPECT_TRUE(grid().selectionModel()->isRowSelected(1));
+    EXPECT_EQ(grid().selectionModel()->selectedRows().size(), 1);
+    EXPECT_TRUE(enabled(Command::CopyKeywords));
+    QTest::keyRelease(window->windowHandle(), Qt::Key_F5, Qt::NoModifier);
+}
+
 TEST_F(MainLookup, asksForASelection)
 {
     grid().clearSelection();
