@@ -96,12 +96,9 @@ int addSuggestions(const ApplicationContext &app, const std::vector<Suggestion> 
     int count = 0;
     for (const Suggestion &row : rows) {
         const QString keyword = keywordOf(app, row.Keyword);
-        if (!keywords.UpdateObject(keyword, u"Count"_s, row.Count)) {
-            clsKeyword added;
-            added.Keyword = keyword;
-            added.Count = row.Count;
-            keywords.AddKeyword(added, -1);
-        }
+        // One that is new gets its row by the first call, and its count by the second.
+        if (!keywords.UpdateObject(keyword, u"Count"_s, row.Count))
+            keywords.UpdateObject(keyword, u"Count"_s, row.Count);
         ++count;
     }
     return count;

@@ -305,6 +305,7 @@ TEST_F(KeywordBuilderDialog, addsTheSelectedRowsToTheProject)
     ASSERT_EQ(keywords.Count(), 2);
     EXPECT_EQ(keywords.Keywords.at(1).Count, u"4"_s);
     EXPECT_EQ(keywords.Keywords.at(2).Keyword, u"green tea"_s);
+    EXPECT_EQ(keywords.Keywords.at(2).Count, u"12"_s);
 }
 
 TEST_F(KeywordBuilderDialog, addsNothingWithAnEmptyMessage)

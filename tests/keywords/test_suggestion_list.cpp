@@ -119,6 +119,7 @@ TEST_F(Suggestions, bringTheCountOfAKnownKeywordUpToDate)
     EXPECT_EQ(keywords.Keywords.at(1).Count, u"12"_s);
     EXPECT_EQ(keywords.Keywords.at(1).CurPos, u"7"_s);
     EXPECT_EQ(keywords.Keywords.at(2).Keyword, u"oak"_s);
+    EXPECT_EQ(keywords.Keywords.at(2).Count, u"3"_s);
 }
 
 TEST_F(Suggestions, areAddedAsAPersonWouldTypeThem)
