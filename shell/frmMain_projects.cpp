@@ -75,6 +75,8 @@ void frmMain::chooseProject()
         m_account->GetSettings();
         showUrls();
         PopulateEngine();
+        if (m_tree->topLevelItemCount() == 0) // else the chosen engine has told already
+            ShowAutoRunState();
     });
     UpdateUI();
     showHint();

@@ -66,6 +66,16 @@ TEST_F(ScheduledWindow, runsADueProjectByItself)
     EXPECT_EQ(child().Keywords().Keywords.at(1).CurPos, u"1"_s) << "the view is refreshed";
 }
 
+TEST_F(ScheduledWindow, tellsOfAProjectWithoutEnginesToo)
+{
+    writeProject(u"Bare"_s, {});
+    openDueShop();
+    chooseProject(1);
+    ASSERT_EQ(panel(), u"Auto LookUp is in queue"_s);
+    chooseProject(0);
+    EXPECT_EQ(panel(), u"Auto LookUp is off"_s);
+}
+
 TEST_F(ScheduledWindow, doesNotRunWhileTheSchedulerIsSwitchedOff)
 {
     world.setPreference(u"SchedlerEnable"_s, u"False"_s);
