@@ -35,6 +35,8 @@ bool belongsTo(const ShortAddress &listing, const ShortAddress &tracked)
 {
     if (listing.host() != tracked.host() || (listing.isRoot() && !tracked.isRoot()))
         return false;
+    if (listing.text().isEmpty() && tracked.text().isEmpty())
+        return false; // an empty text holds nothing, not even an empty one
     return indexOfExactly(listing.text(), tracked.text()) >= 0 ||
            indexOfExactly(tracked.text(), listing.text()) >= 0;
 }

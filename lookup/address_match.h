@@ -26,7 +26,8 @@ private:
 };
 
 /// Whether a listing belongs to a tracked address: the hosts are the same, and one address occurs in the
-/// other. A listing at the root of a host does not belong to a tracked address with a path.
+/// other. An empty one holds nothing, not even another. A listing at the root of a host does not belong to a
+/// tracked address with a path.
 bool belongsTo(const ShortAddress &listing, const ShortAddress &tracked);
 
 /// The same for addresses as they are; the reports compare by another rule (CompareURL).

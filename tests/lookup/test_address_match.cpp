@@ -35,6 +35,8 @@ TEST(AddressMatch, comparesHostsAndPaths)
         {"two schemes", u"http://http://site.example/a"_s, u"site.example"_s, false},
         {"no second www.", u"http://www.www.site.example/"_s, u"site.example"_s, false},
         {"tracked path elsewhere in the listing", u"a.example/x/a.example/y"_s, u"a.example/y"_s, true},
+        {"nothing but a scheme, tracked nothing but a scheme", u"http://www."_s, u"http://"_s, false},
+        {"nothing but a scheme, tracked a slash", u"http://www."_s, u"/"_s, true},
     };
     World world;
     for (const Row &row : rows) {
