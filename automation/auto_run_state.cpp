@@ -27,8 +27,7 @@ std::optional<QString> autoRunText(ApplicationContext &app, const clsAccount &ac
     if (isLookedUp)
         return u"LookUp is running..."_s;
     // The file may have changed since; the project on show may be in use and stays as it is.
-    clsAccount stored(app);
-    stored.Name = account.Name;
+    clsAccount stored = account;
     stored.GetSettings();
     if (!stored.NextLookup.isValid())
         return std::nullopt;

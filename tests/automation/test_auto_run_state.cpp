@@ -133,4 +133,19 @@ TEST_F(AutoRunText, readsTheDateAnew)
     EXPECT_EQ(autoRunText(world.app, account, false), u"Next LookUp: 12/03/2026"_s);
 }
 
+// A file that has gone, or that says nothing, leaves what was read before.
+TEST_F(AutoRunText, keepsTheDateOfAProjectWhoseFileSaysNothing)
+{
+    account.NextLookup = QDate(2026, 12, 3);
+    EXPECT_EQ(autoRunText(world.app, account, false), u"Next LookUp: 12/03/2026"_s);
+    world.write(u"Projects/Shop/Shop.dat"_s, "[Schedler]\r\nSchedlerEnable=maybe\r\n");
+    EXPECT_EQ(autoRunText(world.app, account, false), u"Next LookUp: 12/03/2026"_s);
+}
+
+TEST_F(AutoRunText, isNoneWithoutADate)
+{
+    account.NextLookup = QDate();
+    EXPECT_EQ(autoRunText(world.app, account, false), std::nullopt);
+}
+
 } // namespace
