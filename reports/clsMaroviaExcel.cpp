@@ -1,9 +1,7 @@
 #include "reports/clsMaroviaExcel.h"
 
 #include "reports/column_letters.h"
-
-#include <QFile>
-#include <QFileInfo>
+#include "reports/workbook_lock.h"
 
 #include <algorithm>
 #include <array>
@@ -41,20 +39,7 @@ bool isPlainNumber(QStringView text)
     return std::all_of(text.begin(), text.end(), [](QChar unit) { return unit >= u'0' && unit <= u'9'; });
 }
 
-// Spreadsheet programs leave this file beside a workbook that they have open.
-QString lockFile(const QString &native)
-{
-    const QFileInfo file(native);
-    return file.path() + u"/.~lock."_s + file.fileName() + u'#';
-}
-
 } // namespace
-
-bool isWorkbookOpenElsewhere(ApplicationContext &app, const QString &path)
-{
-    const auto native = app.files.find(path);
-    return native && QFile::exists(lockFile(*native));
-}
 
 QString missingTemplateText(const ApplicationContext &app)
 {

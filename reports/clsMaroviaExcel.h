@@ -11,8 +11,6 @@
 
 namespace sondrel {
 
-/// True while a spreadsheet program has the workbook open.
-bool isWorkbookOpenElsewhere(ApplicationContext &app, const QString &path);
 /// What a message says when the template of the workbooks is not there.
 QString missingTemplateText(const ApplicationContext &app);
 

@@ -3,6 +3,7 @@
 #include "reports/clsMaroviaExcel.h"
 #include "reports/excel_sheets.h"
 #include "reports/report_files.h"
+#include "reports/workbook_lock.h"
 
 using namespace Qt::Literals::StringLiterals;
 

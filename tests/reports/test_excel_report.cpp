@@ -6,6 +6,7 @@
 #include "tests/support/small_disk.h"
 
 #include <QDir>
+#include <QSysInfo>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -339,6 +340,24 @@ TEST_F(Excel, tellsWhenTheWorkbookIsOpenElsewhere)
     ASSERT_TRUE(QFile::remove(path(u"reports/Demo/.~lock.Finder.xls#"_s)));
     make();
     EXPECT_EQ(read(u"reports/Demo/Finder.xls"_s), "a workbook");
+}
+
+TEST_F(Excel, takesNoProgramThatWasKilledForOneThatHasTheWorkbookOpen)
+{
+    writeReportFile(u"Finder.xls"_s, "old");
+    const QString here = QSysInfo::machineHostName();
+    writeReportFile(u".~lock.Finder.xls#"_s,
+                    u"Doe\\, Ann,ann,%1,22.11.2026 05:13,file:///home/ann/profile;"_s.arg(here).toUtf8());
+    QFile open(path(u"reports/Demo/Finder.xls"_s));
+    ASSERT_TRUE(open.open(QIODevice::ReadOnly));
+    make();
+    EXPECT_EQ(read(u"reports/Demo/Finder.xls"_s), "old");
+    ASSERT_EQ(desktop.boxes.size(), 1U);
+    EXPECT_TRUE(desktop.boxes[0].text.contains(u"already opened"_s));
+    open.close();
+    make();
+    EXPECT_EQ(read(u"reports/Demo/Finder.xls"_s), "a workbook");
+    EXPECT_EQ(desktop.boxes.size(), 1U);
 }
 
 TEST_F(Excel, keepsTheOldWorkbookWhenTheProgramEnds)
