@@ -111,7 +111,7 @@ private:
     std::unique_ptr<LookupSession> m_session;
     bool m_autoRunning = false;
     bool m_loggedOnce = false;
-    qint16 m_scanIndex = 0;
+    int m_scanIndex = 0;
     qint16 m_autoEngineIndex = 0;
     /// A date that could not be moved on disk, and the day on which the project ran all the same.
     struct Unmoved

@@ -184,6 +184,14 @@ TEST_F(Unattended, beginsAnewWhenTheListHasBecomeShorter)
     EXPECT_TRUE(scheduler.AutoRunning());
 }
 
+TEST_F(Unattended, reachesTheEndOfAVeryLongList)
+{
+    view.names = QStringList(40'000, u"/"_s); // no name of a file, so that nothing is read
+    addProject(u"Last"_s, {u"Finder"_s});
+    scheduler.scan();
+    EXPECT_TRUE(scheduler.AutoRunning());
+}
+
 TEST_F(Unattended, doesNothingWithoutProjects)
 {
     scheduler.scan();
