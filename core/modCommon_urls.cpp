@@ -40,6 +40,8 @@ bool CompareURL(ApplicationContext &app, const QString &found, const QString &tr
     reportFailure(app, u" clsSearchKeyword_CompareURL: "_s, [&] {
         const QStringView a = comparable(found);
         const QStringView b = comparable(tracked);
+        if (a.isEmpty() && b.isEmpty())
+            return; // an empty text holds nothing, not even an empty one
         if (!containsIgnoringCase(a, b) && !containsIgnoringCase(b, a))
             return;
         const QStringView hostA = hostOf(a);

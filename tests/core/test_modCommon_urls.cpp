@@ -39,6 +39,9 @@ const Comparison comparisons[] = {
     {"unrelated", u"a.example", u"b.example", false},
     {"nothingFound", u"", u"site.example", false},
     {"nothingTrackedOnHost", u"site.example", u"", false},
+    {"nothingAtAll", u"", u" ", false},
+    {"nothingBehindTheSchemes", u"http://www.", u"http://", false},
+    {"slashOfNoHost", u"http://www.", u"/", true},
 };
 
 } // namespace
