@@ -60,7 +60,8 @@ QString damageOf(const QByteArray &bytes, const ProfileFile &file)
     const auto section = file.section(u"Accounts"_s);
     if (!section.exists())
         return u"its section 'Accounts' is missing"_s;
-    if (!isNumeric(section.read(u"Last"_s)))
+    // What stands behind a number harms nobody.
+    if (const QString last = section.read(u"Last"_s); leadingNumber(last) == 0 && !isNumeric(last))
         return u"the number of its projects is missing"_s;
     return {};
 }

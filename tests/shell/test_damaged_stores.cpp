@@ -125,6 +125,7 @@ TEST_F(ProjectList, isRepairedWhereItIsDamaged)
         {"empty list", "[Accounts]\r\nLast=0\r\n", {}, {}},
         {"with a gap", "[Accounts]\r\n1=A\r\n3=C\r\nLast=3\r\n", {}, {u"A"_s, u"C"_s}},
         {"longer before", "[Accounts]\r\n1=A\r\n2=B\r\nLast=1\r\n", {}, {u"A"_s}},
+        {"number with words", "[Accounts]\r\n1=A\r\n2=B\r\n3=C\r\nLast=2 of 3\r\n", {}, {u"A"_s, u"B"_s}},
         {"of another editor", "\xEF\xBB\xBF[accounts]\n1=A\nlast=1\n\x1A", {}, {u"A"_s}},
         {"without its section", "1=A\r\nLast=1\r\n", u"its section 'Accounts' is missing"_s, {}},
         {"cut", "[Accounts]\r\n1=A\r\n2=B", u"the number of its projects is missing"_s, {u"A"_s, u"B"_s}},
