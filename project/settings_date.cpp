@@ -33,13 +33,14 @@ bool isDigit(QChar unit)
 }
 
 // The month whose name the text begins with, and the length of that name. The longest name wins: in some
-// languages that of the first month begins those of the tenth to twelfth.
+// languages that of the first month begins those of the tenth to twelfth. Of equal ones a whole name does:
+// some abbreviate November as "may".
 std::pair<int, qsizetype> monthAt(const QLocale &locale, QStringView text)
 {
     std::pair<int, qsizetype> best{0, 0};
-    for (const QLocale &language : {locale, QLocale::c()}) {
-        for (int month = 1; month <= Months; ++month) {
-            for (const auto form : {QLocale::LongFormat, QLocale::ShortFormat}) {
+    for (const auto form : {QLocale::LongFormat, QLocale::ShortFormat}) {
+        for (const QLocale &language : {locale, QLocale::c()}) {
+            for (int month = 1; month <= Months; ++month) {
                 for (const QString &name :
                      {language.standaloneMonthName(month, form), language.monthName(month, form)}) {
                     if (name.size() > best.second && startsWithIgnoringCase(text, name))

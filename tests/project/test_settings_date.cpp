@@ -114,6 +114,9 @@ TEST(SettingsDate, readsEnglishInEveryLanguage)
 {
     EXPECT_EQ(readSettingsDate(QLocale(QLocale::Japanese), u"November,15 2026"), QDate(2026, 11, 15));
     EXPECT_EQ(readSettingsDate(QLocale(QLocale::Finnish), u"May,02 2026"), QDate(2026, 5, 2));
+    // Where a short name of November is "may".
+    EXPECT_EQ(readSettingsDate(QLocale(QLocale::Basaa), u"May,05 2026"), QDate(2026, 5, 5));
+    EXPECT_EQ(readSettingsDate(QLocale(QLocale::Duala), u"May,05 2026"), QDate(2026, 5, 5));
 }
 
 TEST(SettingsDate, takesNumbersInTheLocalesOrder)
