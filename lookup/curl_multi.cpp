@@ -22,6 +22,28 @@ constexpr long KeptConnections = 2L * CurlMulti::MostHandles;
 
 constexpr std::chrono::milliseconds LongestWait = 24h;
 
+CurlMulti::Client *clientOf(CURL *easy)
+{
+    CurlMulti::Client *client = nullptr;
+    curl_easy_getinfo(easy, CURLINFO_PRIVATE, &client);
+    return client;
+}
+
+// Whether bytes that stood behind the last page of a kept connection have been taken for this answer. Servers
+// send such where they count a page too short; libcurl sees them only if they come together with its end.
+bool readsBytesBehindAPage(CURL *easy, CURLcode result)
+{
+    if (result != CURLE_UNSUPPORTED_PROTOCOL)
+        return false;
+    long opened = 0;
+    long sent = 0;
+    long status = 0;
+    curl_easy_getinfo(easy, CURLINFO_NUM_CONNECTS, &opened);
+    curl_easy_getinfo(easy, CURLINFO_REQUEST_SIZE, &sent);
+    curl_easy_getinfo(easy, CURLINFO_RESPONSE_CODE, &status);
+    return opened == 0 && sent > 0 && status == 0;
+}
+
 } // namespace
 
 CurlMulti::CurlMulti() : m_multi(curl_multi_init()), m_share(curl_share_init())
@@ -81,6 +103,7 @@ void CurlMulti::closeHandle(CURL *easy, Client &client)
 
 void CurlMulti::start(CURL *easy, Client &client)
 {
+    curl_easy_setopt(easy, CURLOPT_FRESH_CONNECT, 0L);
     if (curl_multi_add_handle(m_multi, easy) != CURLM_OK)
         return endLater(client);
     setTimer(); // the transfer is due now: it begins with what else happens next
@@ -130,12 +153,19 @@ void CurlMulti::perform(curl_socket_t socket, int events)
         if (message->msg != CURLMSG_DONE)
             continue;
         CURL *easy = message->easy_handle; // the message goes with the handle
-        Client *client = nullptr;
-        curl_easy_getinfo(easy, CURLINFO_PRIVATE, &client);
+        const bool again = readsBytesBehindAPage(easy, message->data.result);
         curl_multi_remove_handle(m_multi, easy);
-        m_ended.push_back(client);
+        if (!again || !startAnew(easy))
+            m_ended.push_back(clientOf(easy));
     }
     setTimer();
+}
+
+// The same transfer on a new connection.
+bool CurlMulti::startAnew(CURL *easy)
+{
+    curl_easy_setopt(easy, CURLOPT_FRESH_CONNECT, 1L);
+    return curl_multi_add_handle(m_multi, easy) == CURLM_OK;
 }
 
 void CurlMulti::tellEnded()

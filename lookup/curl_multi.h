@@ -73,6 +73,7 @@ private:
     void onActivated(curl_socket_t socket, QSocketNotifier::Type type);
     void setTimer();
     void perform(curl_socket_t socket, int events);
+    bool startAnew(CURL *easy);
     void act(curl_socket_t socket, int events);
     void tellLater();
     void tellEnded();

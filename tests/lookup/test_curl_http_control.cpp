@@ -2,6 +2,7 @@
 
 #include <QTimer>
 
+#include <optional>
 #include <ostream>
 
 using namespace Qt::Literals::StringLiterals;
@@ -385,4 +386,64 @@ TEST_F(CurlControl, asksAgainOnANewConnectionWhenAKeptOneBreaksAtTheRequest)
     get(u"/a"_s);
     EXPECT_EQ(get(u"/b"_s), "ok");
     EXPECT_EQ(server.connections, 2);
+}
+
+namespace {
+
+class BytesBehindAPage : public TransportTest, public testing::WithParamInterface<Row>
+{
+protected:
+    /// The first connection sends the bytes behind its first page, once that has arrived.
+    void getPageWithBytesBehind()
+    {
+        std::optional<Peer> first;
+        server.handler = [&](const Request &, const Peer &peer) {
+            first = peer;
+            peer.send(LoopbackServer::response("first"));
+        };
+        EXPECT_EQ(get(u"/first"_s), "first");
+        first.value().send(GetParam().bytes);
+        answer(LoopbackServer::response("next"));
+    }
+};
+
+} // namespace
+
+TEST_P(BytesBehindAPage, areNotTakenForTheNextAnswer)
+{
+    getPageWithBytesBehind();
+    EXPECT_EQ(get(u"/next"_s), "next");
+    EXPECT_EQ(control->ResponseCode(), 200);
+    EXPECT_EQ(server.connections, 2);
+    EXPECT_EQ(get(u"/last"_s), "next");
+    EXPECT_EQ(server.connections, 2);
+}
+
+TEST_P(BytesBehindAPage, areNotTakenForTheAnswerToAPost)
+{
+    getPageWithBytesBehind();
+    control->Url = server.url(u"/next"_s);
+    control->Post("q=a");
+    ASSERT_TRUE(waitForEnds(2));
+    EXPECT_EQ(control->Body(), "next");
+    EXPECT_EQ(server.requests.back().body, "q=a");
+}
+
+INSTANTIATE_TEST_SUITE_P(Servers, BytesBehindAPage,
+                         testing::Values(Row{"line end", "\r\n"}, Row{"end of the page", "</html>"},
+                                         Row{"much", QByteArray(100'000, 'x')}));
+
+TEST_F(CurlControl, asksAgainOnceWhenAKeptConnectionAnswersWithGarbage)
+{
+    get(u"/"_s);
+    answer("garbage\r\n\r\n");
+    EXPECT_EQ(get(u"/"_s), QByteArray());
+    EXPECT_EQ(server.requests.size(), 3u);
+}
+
+TEST_F(CurlControl, asksOnceWhenANewConnectionAnswersWithGarbage)
+{
+    answer("garbage\r\n\r\n");
+    EXPECT_EQ(get(u"/"_s), QByteArray());
+    EXPECT_EQ(server.requests.size(), 1u);
 }
