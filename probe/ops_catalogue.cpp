@@ -11,8 +11,8 @@ QJsonObject loadEngineData(const Call &call)
 {
     const CatalogueFixture catalogue(call.app, call.optionalText(0), call.optionalText(1));
     QJsonArray rows;
-    for (qint16 index = 1; index <= catalogue.engines.GetEngineCount(); ++index) {
-        const EngineRow &row = catalogue.engines.row(index);
+    for (int index = 1; index <= catalogue.engines.GetEngineCount(); ++index) {
+        const EngineRow &row = catalogue.engines.row(static_cast<qint16>(index));
         rows.append(QJsonArray{row.Market, row.EngineName});
     }
     return {{u"result"_s, catalogue.loaded},
