@@ -62,9 +62,11 @@ KeywordUse useOf(const QString &keyword, qsizetype count, qint32 words, DensityB
     KeywordUse use;
     use.keyword = keyword;
     use.matches = shortCount(count);
-    // In two steps, each to the even digit, and in single precision: bounds are compared with the outcome.
+    // The share itself is rounded to the even hundredth, and bounds are compared with the outcome in single
+    // precision.
     constexpr double Hundredths = 100;
-    const double percent = words > 0 ? std::nearbyint(Hundredths * use.matches / words) : 0;
+    const double share = words > 0 ? static_cast<double>(use.matches) / words : 0;
+    const double percent = std::nearbyint(share * Hundredths);
     const auto density = static_cast<float>(percent / Hundredths);
     use.density = QString::number(static_cast<qint64>(percent)) + u'%';
     use.verdict = verdictOf(density, band);

@@ -108,6 +108,8 @@ TEST(KeywordUses, roundsTheDensityToTheEvenHundredth)
     EXPECT_EQ(density(7, 200), u"4%"_s); // 3.5
     EXPECT_EQ(density(1, 8), u"12%"_s);
     EXPECT_EQ(density(3, 8), u"38%"_s);
+    EXPECT_EQ(density(109, 200), u"55%"_s); // the share is a little more than 0.545
+    EXPECT_EQ(density(23, 40), u"57%"_s);   // and here less than 0.575
     EXPECT_EQ(density(5, 2), u"250%"_s);
     EXPECT_EQ(density(5, 0), u"0%"_s);
     EXPECT_EQ(density(0, 10), u"0%"_s);
