@@ -141,6 +141,9 @@ void frmMain::buildToolBar()
     m_toolBar->setIconSize({24, 24});
     m_toolBar->setMovable(false);
     m_toolBar->setContextMenuPolicy(Qt::PreventContextMenu); // it could only hide the bar
+    // The toolkit's own picture of what has no room is as dark as a dark bar.
+    if (auto *more = m_toolBar->findChild<QToolButton *>(u"qt_toolbar_ext_button"_s))
+        more->setIcon(programIcon(u"more"_s));
     m_property = new QAction(programIcon(u"save"_s), tr("Save"), m_toolBar);
     m_property->setToolTip(tr("Save keywords and results now"));
     m_stats = new QAction(programIcon(u"statistics"_s), tr("Statistics"), m_toolBar);

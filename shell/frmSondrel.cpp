@@ -145,7 +145,10 @@ void frmSondrel::showHints()
 {
     const bool anyRow = m_model->rowCount() > 0;
     const qsizetype keywords = m_session->Keywords->Count();
-    if (keywords > 0)
+    if (keywords == 1)
+        m_gridHint->setHint(tr("The box of the only keyword is unchecked, so it is not shown."),
+                            m_offered.showAll);
+    else if (keywords > 1)
         m_gridHint->setHint(tr("The boxes of all %1 keywords are unchecked, so none is shown.").arg(keywords),
                             m_offered.showAll);
     else

@@ -2,6 +2,7 @@
 
 #include "shell/keyword_model.h"
 #include "shell/listing_model.h"
+#include "shell/quiet_colour.h"
 #include "shell/row_table.h"
 
 #include <QApplication>
@@ -104,7 +105,7 @@ void ShowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     box.palette = option.palette;
     if (isDark(
             option.palette)) // styles take the frame from the window's colour, which is as dark as the cell
-        box.palette.setColor(QPalette::Window, option.palette.color(QPalette::PlaceholderText));
+        box.palette.setColor(QPalette::Window, quietColour(option.palette));
     box.state = (option.state & QStyle::State_Enabled) | (checked ? QStyle::State_On : QStyle::State_Off);
     style->drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, painter, cell.widget);
 

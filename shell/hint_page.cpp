@@ -1,5 +1,7 @@
 #include "shell/hint_page.h"
 
+#include "shell/quiet_colour.h"
+
 #include <QAction>
 #include <QEvent>
 #include <QLabel>
@@ -58,7 +60,9 @@ void HintPage::changeEvent(QEvent *event)
 
 void HintPage::greyLine()
 {
-    m_line->setForegroundRole(QPalette::PlaceholderText);
+    QPalette grey = m_line->palette();
+    grey.setColor(m_line->foregroundRole(), quietColour(palette()));
+    m_line->setPalette(grey);
 }
 
 } // namespace sondrel

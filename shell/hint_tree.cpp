@@ -1,6 +1,7 @@
 #include "shell/hint_tree.h"
 
 #include "shell/plain_tip.h"
+#include "shell/quiet_colour.h"
 
 #include <QKeyEvent>
 #include <QPainter>
@@ -58,7 +59,7 @@ void HintTree::paintEvent(QPaintEvent *event)
     if (topLevelItemCount() > 0 || m_hint.isEmpty())
         return;
     QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.setPen(quietColour(palette()));
     const int margin = fontMetrics().height() / 2;
     painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
                      Qt::AlignCenter | Qt::TextWordWrap, m_hint);

@@ -390,6 +390,31 @@ TEST_F(KeywordGrid, offersAllKeywordsWhenNoneIsChecked)
     EXPECT_TRUE(grid().isVisible());
 }
 
+TEST_F(KeywordGrid, offersItsOnlyKeyword)
+{
+    child().Keywords().Remove(1);
+    child().Keywords().Remove(1);
+    child().Keywords().Keywords.at(1).Optimize = false;
+    child().PopulateKeywords();
+    EXPECT_EQ(label(u"lblGridHint"_s), u"The box of the only keyword is unchecked, so it is not shown."_s);
+}
+
+TEST_F(KeywordGrid, saysWhatToDoNextInDarkColoursToo)
+{
+    const QPalette before = QApplication::palette();
+    QPalette dark = before;
+    dark.setColor(QPalette::Base, Qt::black);
+    dark.setColor(QPalette::Text, Qt::white);
+    dark.setColor(QPalette::PlaceholderText, Qt::black); // as some desktops leave it
+    QApplication::setPalette(dark);
+    QApplication::processEvents();
+    const auto &line = control<QLabel>(*window, u"lblListingHint"_s);
+    const QColor grey = line.palette().color(line.foregroundRole());
+    EXPECT_EQ(grey.lightness(), 255);
+    EXPECT_NEAR(grey.alpha(), 127, 1);
+    QApplication::setPalette(before);
+}
+
 TEST_F(KeywordGrid, keepsTheSelectedKeywordWhenTheFilterChanges)
 {
     grid().selectRow(2);

@@ -88,6 +88,26 @@ TEST_F(MainMenus, followTheDesktopWithTheToolButtons)
     }
 }
 
+TEST_F(MainMenus, sayInTheColourOfTextThatTheToolBarHasMore)
+{
+    const QPalette before = QApplication::palette();
+    QPalette dark = before;
+    dark.setColor(QPalette::ButtonText, Qt::white);
+    QApplication::setPalette(dark);
+    writeShop();
+    open();
+    const QImage picture = button(u"qt_toolbar_ext_button"_s).icon().pixmap(24).toImage();
+    QApplication::setPalette(before);
+    int lightest = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            const QColor colour = picture.pixelColor(x, y);
+            lightest = std::max(lightest, colour.alpha() > 200 ? colour.lightness() : 0);
+        }
+    }
+    EXPECT_GT(lightest, 200);
+}
+
 TEST_F(MainMenus, haveTheirItemsInOrder)
 {
     writeShop();
