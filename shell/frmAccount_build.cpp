@@ -1,6 +1,7 @@
 // The controls of the project dialog and where they stand.
 #include "shell/frmAccount.h"
 
+#include "shell/box_delegate.h"
 #include "shell/dialog_controls.h"
 #include "shell/url_list_view.h"
 
@@ -127,6 +128,7 @@ QWidget *frmAccount::buildEngines()
     m_engines->setObjectName(u"tvwEngine"_s);
     m_engines->setToolTip(tr("Check a market to choose all its search engines"));
     m_engines->setHeaderHidden(true);
+    m_engines->setItemDelegate(new BoxDelegate(m_engines));
     m_engines->setUniformRowHeights(true);
     m_engines->setAccessibleName(tr("Search engines to look the keywords up on"));
     auto *page = new QWidget;

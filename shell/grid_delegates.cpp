@@ -1,8 +1,8 @@
 #include "shell/grid_delegates.h"
 
+#include "shell/box_delegate.h"
 #include "shell/keyword_model.h"
 #include "shell/listing_model.h"
-#include "shell/quiet_colour.h"
 #include "shell/row_table.h"
 
 #include <QApplication>
@@ -13,11 +13,6 @@
 namespace sondrel {
 
 namespace {
-
-bool isDark(const QPalette &palette)
-{
-    return palette.color(QPalette::Base).lightness() < 128;
-}
 
 // Red and green as they have always been on a light base, lighter tones on a dark one.
 QColor ownColour(const QPalette &palette)
@@ -102,10 +97,7 @@ void ShowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
 
     QStyleOptionButton box;
     box.rect = boxRect(option);
-    box.palette = option.palette;
-    if (isDark(
-            option.palette)) // styles take the frame from the window's colour, which is as dark as the cell
-        box.palette.setColor(QPalette::Window, quietColour(option.palette));
+    box.palette = boxPalette(option.palette);
     box.state = (option.state & QStyle::State_Enabled) | (checked ? QStyle::State_On : QStyle::State_Off);
     style->drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, painter, cell.widget);
 

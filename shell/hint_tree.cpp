@@ -1,5 +1,6 @@
 #include "shell/hint_tree.h"
 
+#include "shell/box_delegate.h"
 #include "shell/plain_tip.h"
 #include "shell/quiet_colour.h"
 
@@ -19,6 +20,7 @@ HintTree::HintTree(const QString &name, const QStringList &columns, QWidget *par
     setUniformRowHeights(true);
     setAlternatingRowColors(true);
     setTabKeyNavigation(false);
+    setItemDelegate(new BoxDelegate(this));
 }
 
 void HintTree::setHint(const QString &hint)

@@ -56,6 +56,27 @@ TEST(AddRootNode, givesNothingForAKeyThatIsThere)
     EXPECT_EQ(tree.topLevelItemCount(), 1);
 }
 
+TEST(BoxDelegate, showsItsBoxesOnADarkGround)
+{
+    UrlListView list;
+    QPalette dark = list.palette();
+    dark.setColor(QPalette::Base, QColor(27, 30, 32));
+    dark.setColor(QPalette::AlternateBase, QColor(27, 30, 32));
+    dark.setColor(QPalette::Window, QColor(42, 46, 50));
+    dark.setColor(QPalette::Text, Qt::white);
+    list.setPalette(dark);
+    auto *row = new QTreeWidgetItem(&list, {QString()});
+    row->setCheckState(0, Qt::Unchecked);
+    list.show();
+    const QImage picture = list.viewport()->grab(list.visualItemRect(row)).toImage();
+    int lightest = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x)
+            lightest = std::max(lightest, picture.pixelColor(x, y).lightness());
+    }
+    EXPECT_GT(lightest, 90);
+}
+
 TEST(TextEx, showsWhatTheCodePageHolds)
 {
     QLineEdit control;
