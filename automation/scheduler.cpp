@@ -106,8 +106,7 @@ void Scheduler::moveDate(clsAccount &account)
 {
     const QDate before = account.NextLookup;
     account.SetNextLookupDate(m_app.clock.today());
-    clsAccount stored(m_app);
-    stored.Name = account.Name;
+    clsAccount stored = account;
     stored.GetSettings();
     if (stored.NextLookup != account.NextLookup)
         m_unmoved.insert(folded(account.Name), {before, m_app.clock.today()});
