@@ -64,6 +64,11 @@ void sondrel::needCurl()
     library();
 }
 
+// The name before the dots is an enumeration wherever libcurl has dots; each compiler passes it as it is.
+#ifdef __clang__
+#pragma clang diagnostic ignored "-Wvarargs"
+#endif
+
 #undef curl_easy_getinfo
 #undef curl_easy_setopt
 #undef curl_multi_setopt
