@@ -2,6 +2,7 @@
 #include "tests/shell/main_window_test.h"
 #include "tests/support/failing_allocation.h"
 
+#include <QDialog>
 #include <QShortcut>
 #include <QToolButton>
 

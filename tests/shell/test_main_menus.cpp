@@ -3,6 +3,7 @@
 #include "tests/shell/main_window_test.h"
 
 #include <QAccessible>
+#include <QDialog>
 #include <QMenu>
 #include <QMenuBar>
 #include <QProxyStyle>

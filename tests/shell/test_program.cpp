@@ -7,7 +7,9 @@
 #include "tests/shell/main_window_test.h"
 
 #include <QDir>
+#include <QLabel>
 #include <QSignalSpy>
+#include <QToolButton>
 
 using namespace Qt::Literals::StringLiterals;
 
