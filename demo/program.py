@@ -9,7 +9,7 @@ from demo import display, project
 
 VERSION = "4.0.0"
 TITLE = f"^{project.NAME} - {project.ENGINE} - "  # of the main window
-PATIENCE = 300  # seconds; a lookup takes about one
+PATIENCE = 120  # seconds; a lookup takes about one
 
 
 class ProgramFailed(Exception):

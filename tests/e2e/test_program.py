@@ -212,13 +212,19 @@ class NotificationArea(ProgramTest):
     def click_icon(self, button=1, times=1):
         self.screen.do("mousemove", self.screen.width - 14, 14, "click", "--repeat", times, "--delay", 60, button)
 
+    def double_click_icon(self):
+        """Whether it brought the main window back: a busy machine makes two single clicks of one double click."""
+        time.sleep(1)  # or the desktop takes the next click for the second half of a double click
+        self.click_icon(times=2)
+        self.screen.wait_until_still()
+        return self.screen.find(MAIN)
+
     def test_takes_the_minimised_window_and_gives_it_back(self):
         self.minimise()
         self.click_icon()
         self.screen.wait_until_still()
         self.assertIsNone(self.screen.find(MAIN))
-        time.sleep(1)  # or the desktop takes the next click for the second half of a double click
-        self.click_icon(times=2)
+        self.wait_for("the main window", self.double_click_icon, self.process)
         self.window(MAIN, self.process)
         self.close(self.process)
 
