@@ -137,6 +137,7 @@ CURLSHcode curl_share_setopt(CURLSH *share, CURLSHoption option, ...)
     std::va_list arguments;
     va_start(arguments, option);
     const bool isNumber = option == CURLSHOPT_SHARE || option == CURLSHOPT_UNSHARE;
+    // NOLINTNEXTLINE(bugprone-branch-clone): what is taken from the arguments differs
     const CURLSHcode code = isNumber ? function(share, option, va_arg(arguments, int))
                                      : function(share, option, va_arg(arguments, void *));
     va_end(arguments);
