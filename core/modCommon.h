@@ -11,8 +11,8 @@
 namespace sondrel {
 
 /// Whether a listing's URL belongs to a tracked URL: same host behind "www.", and one address inside the
-/// other; or the tracked URL inside the path of the found one. Two empty addresses do not. The reports compare
-/// with this.
+/// other; or the tracked URL inside the path of the found one. Two empty addresses do not. The reports
+/// compare with this.
 bool CompareURL(ApplicationContext &app, const QString &found, const QString &tracked);
 /// Trimmed, with "http://" in front unless it begins with "http".
 QString AddHTTPToURL(ApplicationContext &app, const QString &url);

@@ -1,6 +1,7 @@
 #include "optimizer/page_analysis.h"
 
 #include "core/modUtilit.h"
+#include "core/text_fold.h"
 #include "optimizer/folded_stretches.h"
 #include "optimizer/frame_urls.h"
 #include "optimizer/indexing_reasons.h"

@@ -1,7 +1,9 @@
 #include "optimizer/page_marks.h"
 
+#include "core/text_fold.h"
 #include "optimizer/folded_stretches.h"
 
+#include <algorithm>
 #include <array>
 
 namespace sondrel {

@@ -128,7 +128,8 @@ TEST(IndexingReasons, followEachOther)
 
 TEST(IndexingReasons, nameAForeignSite)
 {
-    EXPECT_TRUE(indexingReasons(PageMarks::of(Linked + u"http-equiv=\"refresh\""_s), {}, 300, u"http://other.example/"_s)
+    EXPECT_TRUE(indexingReasons(PageMarks::of(Linked + u"http-equiv=\"refresh\""_s), {}, 300,
+                                u"http://other.example/"_s)
                     .contains(u"content=\"0; URL=http://other.example/\">his tag redirects"_s));
 }
 
