@@ -145,7 +145,7 @@ void CurlControl::start(const QByteArray *postData)
     m_state = Connecting;
     m_started = prepare(postData != nullptr);
     if (m_started)
-        m_multi->start(m_easy, *this);
+        m_multi->start(m_easy);
     else
         m_multi->endLater(*this);
 }

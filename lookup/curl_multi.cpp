@@ -20,6 +20,10 @@ namespace {
 // way.
 constexpr long KeptConnections = 2L * CurlMulti::MostHandles;
 
+// Requests that go out together wake a server once: it is still at work on the first when the others arrive.
+// More of them would let a server far away wait for its next request.
+constexpr std::size_t MostWaiting = 4;
+
 constexpr std::chrono::milliseconds LongestWait = 24h;
 
 CurlMulti::Client *clientOf(CURL *easy)
@@ -67,6 +71,12 @@ CurlMulti::CurlMulti() : m_multi(curl_multi_init()), m_share(curl_share_init())
         m_rings = Clock::time_point::max();
         act(CURL_SOCKET_TIMEOUT, 0);
     });
+    m_starter.setSingleShot(true);
+    m_starter.setInterval(0);
+    QObject::connect(&m_starter, &QTimer::timeout, &m_starter, [this] {
+        handOver();
+        act(CURL_SOCKET_TIMEOUT, 0);
+    });
 }
 
 CurlMulti::~CurlMulti()
@@ -95,26 +105,45 @@ CURL *CurlMulti::openHandle(Client &client)
 
 void CurlMulti::closeHandle(CURL *easy, Client &client)
 {
-    curl_multi_remove_handle(m_multi, easy);
+    takeBack(easy);
     curl_easy_cleanup(easy);
     std::erase(m_ended, &client);
     --m_handles;
 }
 
-void CurlMulti::start(CURL *easy, Client &client)
+void CurlMulti::start(CURL *easy)
 {
     curl_easy_setopt(easy, CURLOPT_FRESH_CONNECT, 0L);
-    if (curl_multi_add_handle(m_multi, easy) != CURLM_OK)
-        return endLater(client);
-    setTimer(); // the transfer is due now: it begins with what else happens next
+    m_toStart.push_back(easy);
+    if (m_toStart.size() < MostWaiting) {
+        m_starter.start();
+    } else {
+        handOver();
+        setTimer(); // they are due now: they begin with what else happens next
+    }
+}
+
+void CurlMulti::handOver()
+{
+    m_starter.stop();
+    for (CURL *easy : std::exchange(m_toStart, {})) {
+        if (curl_multi_add_handle(m_multi, easy) != CURLM_OK)
+            endLater(*clientOf(easy));
+    }
 }
 
 void CurlMulti::stop(CURL *easy, Client &client)
 {
     if (std::find(m_ended.begin(), m_ended.end(), &client) != m_ended.end())
         return;
-    curl_multi_remove_handle(m_multi, easy);
+    takeBack(easy);
     endLater(client);
+}
+
+void CurlMulti::takeBack(CURL *easy)
+{
+    std::erase(m_toStart, easy);
+    curl_multi_remove_handle(m_multi, easy);
 }
 
 void CurlMulti::endLater(Client &client)

@@ -10,6 +10,7 @@
 #include <deque>
 #include <memory>
 #include <unordered_map>
+#include <vector>
 
 namespace sondrel {
 
@@ -43,8 +44,9 @@ public:
     /// Ends what the handle does, without telling its client, and frees it.
     void closeHandle(CURL *easy, Client &client);
 
-    /// Starts the transfer that the handle has been set up for.
-    void start(CURL *easy, Client &client);
+    /// Starts the transfer that the handle has been set up for: with others that are started in this turn of
+    /// the event loop, at the latest in the next one.
+    void start(CURL *easy);
     /// Cuts the transfer off; the client is told later. Once it has ended by itself this does nothing.
     void stop(CURL *easy, Client &client);
     /// Lets the client be told of an end without a transfer.
@@ -72,6 +74,8 @@ private:
     void enable(curl_socket_t socket, std::unique_ptr<QSocketNotifier> &notifier, QSocketNotifier::Type type);
     void onActivated(curl_socket_t socket, QSocketNotifier::Type type);
     void setTimer();
+    void handOver();
+    void takeBack(CURL *easy);
     void perform(curl_socket_t socket, int events);
     bool startAnew(CURL *easy);
     void act(curl_socket_t socket, int events);
@@ -82,12 +86,14 @@ private:
     CURLSH *m_share;
     int m_handles = 0;
     QTimer m_timer;
+    QTimer m_starter;                                     // rings in the next turn of the event loop
     Clock::time_point m_rings = Clock::time_point::max(); // when the timer is set to ring
     Clock::time_point m_due = Clock::time_point::max();   // when libcurl wants to be called
     // Switched off rather than destroyed when libcurl lets go of a socket: the number is soon used again.
     std::unordered_map<curl_socket_t, Socket> m_sockets;
-    std::deque<Client *> m_ended; // over, their clients not yet told
-    bool m_toTell = false;        // they will be told in the next turn of the event loop
+    std::vector<CURL *> m_toStart; // libcurl does not have them yet
+    std::deque<Client *> m_ended;  // over, their clients not yet told
+    bool m_toTell = false;         // they will be told in the next turn of the event loop
 };
 
 } // namespace sondrel

@@ -192,29 +192,33 @@ TEST_F(CurlEvents, tellsOnceOfAWrongAddressThatIsAborted)
     EXPECT_EQ(ended, 1);
 }
 
-TEST_F(CurlEvents, sendsTheNextRequestBeforeItTellsOfTheNextEnd)
+TEST_F(CurlEvents, sendsFourRequestsBeforeItTellsOfTheNextEnd)
 {
-    // Two ends that come together, in whatever order: the first one's handler starts again, and its request
-    // must not wait for what the second one's handler does.
-    HttpControl *second = addControl();
+    // Five ends that come together, in whatever order: the handlers of four start again, and their requests
+    // must not wait for what the fifth one's handler does.
+    constexpr std::size_t count = 5;
+    std::vector<HttpControl *> controls{control};
+    while (controls.size() < count)
+        controls.push_back(addControl());
     holdRequests();
-    bool sent = false;
-    for (HttpControl *each : {control, second}) {
+    std::ptrdiff_t sent = 0;
+    for (HttpControl *each : controls) {
         QObject::connect(each, &HttpControl::stateChanged, [&, each] {
-            if (ended == 2)
-                sent = std::any_of(held.begin(), held.end(), std::mem_fn(&Peer::hasUnreadBytes));
+            if (ended == count)
+                sent = std::count_if(held.begin(), held.end(), std::mem_fn(&Peer::hasUnreadBytes));
             else
                 each->Get();
         });
     }
-    start();
-    second->Url = server.url(u"/"_s);
-    second->Get();
-    ASSERT_TRUE(waitUntil([this] { return held.size() == 2; }));
+    for (HttpControl *each : controls) {
+        each->Url = server.url(u"/"_s);
+        each->Get();
+    }
+    ASSERT_TRUE(waitUntil([this] { return held.size() == count; }));
     for (const Peer &peer : held)
         peer.send(LoopbackServer::response("ok"));
-    ASSERT_TRUE(waitForEnds(2));
-    EXPECT_TRUE(sent);
+    ASSERT_TRUE(waitForEnds(count));
+    EXPECT_EQ(sent, 4);
 }
 
 TEST_F(CurlEvents, abortsWithWhatHasArrived)
