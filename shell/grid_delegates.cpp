@@ -1,6 +1,6 @@
 #include "shell/grid_delegates.h"
 
-#include "shell/box_delegate.h"
+#include "shell/ground_colours.h"
 #include "shell/keyword_model.h"
 #include "shell/listing_model.h"
 #include "shell/row_table.h"

@@ -1,6 +1,6 @@
 #include "shell/hint_page.h"
 
-#include "shell/quiet_colour.h"
+#include "shell/ground_colours.h"
 
 #include <QAction>
 #include <QEvent>

@@ -1,8 +1,8 @@
 #include "shell/hint_tree.h"
 
 #include "shell/box_delegate.h"
+#include "shell/ground_colours.h"
 #include "shell/plain_tip.h"
-#include "shell/quiet_colour.h"
 
 #include <QKeyEvent>
 #include <QPainter>

@@ -1,6 +1,7 @@
 // What the main window's menus and tool bar show, and what of it can be used when.
 #include "shell/frmMain.h"
 #include "tests/shell/main_window_test.h"
+#include "tests/support/picture.h"
 
 #include <QAccessible>
 #include <QDialog>
@@ -99,14 +100,7 @@ TEST_F(MainMenus, sayInTheColourOfTextThatTheToolBarHasMore)
     open();
     const QImage picture = button(u"qt_toolbar_ext_button"_s).icon().pixmap(24).toImage();
     QApplication::setPalette(before);
-    int lightest = 0;
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            const QColor colour = picture.pixelColor(x, y);
-            lightest = std::max(lightest, colour.alpha() > 200 ? colour.lightness() : 0);
-        }
-    }
-    EXPECT_GT(lightest, 200);
+    EXPECT_GT(lightestOf(picture), 200);
 }
 
 TEST_F(MainMenus, haveTheirItemsInOrder)

@@ -5,6 +5,7 @@
 #include "shell/tree_nodes.h"
 #include "shell/url_list_view.h"
 #include "tests/shell/dialog_test.h"
+#include "tests/support/picture.h"
 
 #include <QDialog>
 #include <QLabel>
@@ -69,12 +70,7 @@ TEST(BoxDelegate, showsItsBoxesOnADarkGround)
     row->setCheckState(0, Qt::Unchecked);
     list.show();
     const QImage picture = list.viewport()->grab(list.visualItemRect(row)).toImage();
-    int lightest = 0;
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x)
-            lightest = std::max(lightest, picture.pixelColor(x, y).lightness());
-    }
-    EXPECT_GT(lightest, 90);
+    EXPECT_GT(lightestOf(picture), 90);
 }
 
 TEST(TextEx, showsWhatTheCodePageHolds)
