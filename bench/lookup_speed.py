@@ -10,7 +10,8 @@ Measures whole lookups, as ratios within one run:
 
 Both make thousands of files. Where many have been removed within the last minutes, file systems can take a hundred
 times as long to make one (ext4 passes over what was removed for up to six minutes), so the time that one takes is
-printed first, and what is written to FOLDER stays there.
+printed first, and what is written to FOLDER stays there. What has been written before is on the disk when a clock
+starts: the program waits for the disk where it saves the project, and not for what others have left to be written.
 
 Needs lighttpd and curl.
 """
@@ -18,6 +19,7 @@ import argparse
 import asyncio
 import contextlib
 import json
+import os
 import pathlib
 import socket
 import statistics
@@ -102,6 +104,7 @@ def make_program(folder, port, terms):
 def lookup(probe, folder, terms):
     """Milliseconds of one lookup of all terms; stops when a result is wrong."""
     request = json.dumps({"op": "Lookup", "args": ["Bench", "Static", "all"]}) + "\n"
+    os.sync()
     done = subprocess.run(
         [probe, "--app", folder / "app", "--system", folder / "system", "--registry", folder / "settings.ini"],
         input=request.encode(), capture_output=True, check=True)
@@ -198,6 +201,7 @@ def curl(folder, port, terms):
             lines.append(f'url = "http://127.0.0.1:{port}/p/{term}_{number}.html"\noutput = "{folder}/{term}_{number}"\n')
     config = folder / "curl.conf"
     config.write_text("".join(lines))
+    os.sync()
     begin = time.monotonic()
     subprocess.run(["curl", "-q", "-s", "--noproxy", "*", "--parallel", "--parallel-max", str(CONNECTIONS),
                     "-K", config], check=True)
