@@ -118,14 +118,14 @@ void ProfileFile::parse()
     const QByteArrayView all(m_bytes);
     qsizetype lineFeed = -1;
     if (m_start < all.size()) {
-        const Line first{m_start, -1, endOfLine(m_start, lineFeed)};
+        const Line first{m_start, -1, endOfLine(m_start, all.size(), lineFeed)};
         if (const qsizetype size = contentOf(first).size(); m_start + size < first.end)
             m_lineEnd = m_bytes.sliced(m_start + size, first.end - m_start - size);
     }
     for (qsizetype bracket = all.indexOf('[', m_start); bracket >= 0;) {
         qsizetype next = bracket + 1;
         if (const qsizetype begin = behindBlanks(bracket); begin >= 0) {
-            const Line line{begin, -1, endOfLine(begin, lineFeed)};
+            const Line line{begin, -1, endOfLine(begin, all.size(), lineFeed)};
             if (const auto name = sectionName(trimmed(contentOf(line)))) {
                 m_sections.back().end = begin;
                 addSection(line, *name);
@@ -151,22 +151,24 @@ void ProfileFile::splitIntoLines(int section) const
     const qsizetype end = m_sections[static_cast<std::size_t>(section)].end;
     qsizetype lineFeed = -1;
     while (m_sections[static_cast<std::size_t>(section)].begin < end)
-        addLine(section, endOfLine(m_sections[static_cast<std::size_t>(section)].begin, lineFeed));
+        addLine(section, endOfLine(m_sections[static_cast<std::size_t>(section)].begin, end, lineFeed));
 }
 
-// Behind the line's end: CR LF, LF, or CR alone. lineFeed remembers the next LF, so that none is sought
-// twice.
-qsizetype ProfileFile::endOfLine(qsizetype begin, qsizetype &lineFeed) const
+// Behind the line's end: CR LF, LF, or CR alone. What stands behind the given end is not looked at: a last
+// line without an end has lines behind it that were written since. lineFeed remembers the next LF, so that
+// none is sought twice.
+qsizetype ProfileFile::endOfLine(qsizetype begin, qsizetype end, qsizetype &lineFeed) const
 {
+    const QByteArrayView bytes = QByteArrayView(m_bytes).first(end);
     if (lineFeed < begin) {
-        lineFeed = m_bytes.indexOf('\n', begin);
+        lineFeed = bytes.indexOf('\n', begin);
         if (lineFeed < 0)
-            lineFeed = m_bytes.size();
+            lineFeed = end;
     }
-    const qsizetype carriageReturn = QByteArrayView(m_bytes).sliced(begin, lineFeed - begin).indexOf('\r');
+    const qsizetype carriageReturn = bytes.sliced(begin, lineFeed - begin).indexOf('\r');
     if (carriageReturn >= 0 && begin + carriageReturn + 1 < lineFeed)
         return begin + carriageReturn + 1;
-    return std::min(lineFeed + 1, m_bytes.size());
+    return std::min(lineFeed + 1, end);
 }
 
 // The next line of a section goes from its bytes to its lines.

@@ -85,7 +85,7 @@ private:
 
     void foldBytes();
     void parse();
-    qsizetype endOfLine(qsizetype begin, qsizetype &lineFeed) const;
+    qsizetype endOfLine(qsizetype begin, qsizetype end, qsizetype &lineFeed) const;
     qsizetype behindBlanks(qsizetype place) const;
     void splitIntoLines(int section) const;
     void addLine(int inSection, qsizetype end) const;

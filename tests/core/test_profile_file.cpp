@@ -190,6 +190,19 @@ TEST(ProfileFile, readsWhatItHasWritten)
     EXPECT_EQ(file.bytes(), "[S]\r\nb=1\r\na=3\r\nc=5\r\n[T]\r\na=4\r\n");
 }
 
+TEST(ProfileFile, endsALastLineWithoutEndBeforeWhatIsWritten)
+{
+    // The last section is first looked into when others have been written.
+    for (const QByteArray last : {"k=1", "words", "words\r"}) {
+        ProfileFile file = parsed("[S]\nk=1\n[T]\n" + last);
+        file.write(u"S"_s, u"k"_s, u"v"_s);
+        EXPECT_EQ(file.read(u"T"_s, u"k"_s), last.startsWith('k') ? u"1"_s : QString());
+        file.write(u"T"_s, u"j"_s, u"3"_s);
+        const QByteArray closed = last.endsWith('\r') ? last : last + '\n';
+        EXPECT_EQ(file.bytes(), "[S]\nk=v\n[T]\n" + closed + "j=3\n");
+    }
+}
+
 TEST(ProfileFile, givesUnchangedFilesBackByteForByte)
 {
     const QByteArray bytes = bytesOf("\xEF\xBB\xBF\r\r\n\n[\n]=[]\r\n[a]]\0=\r=\n;\x80");
