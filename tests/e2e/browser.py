@@ -47,6 +47,7 @@ class Browser:
             target = self._ask("Target.createTarget", {"url": "about:blank"})["targetId"]
             self._session = self._ask("Target.attachToTarget", {"targetId": target, "flatten": True})["sessionId"]
             self.ask("Page.enable")
+            self.ask("Page.setLifecycleEventsEnabled", enabled=True)
             self._stack = stack.pop_all()
         return self
 
@@ -94,9 +95,13 @@ class Browser:
         """One command of the protocol to the page."""
         return self._ask(method, parameters, sessionId=self._session)
 
-    def _await(self, method):
+    def _await_load(self, loader):
+        """Waits until that page is there; the end of another one's loading may come late."""
+        def is_load(event):
+            what = event.get("params", {})
+            return event.get("method") == "Page.lifecycleEvent" and (what["loaderId"], what["name"]) == (loader, "load")
         deadline = time.monotonic() + PATIENCE
-        while not any(event["method"] == method for event in self._events if "method" in event):
+        while not any(map(is_load, self._events)):
             self._events.append(self._read(deadline))
 
     def open(self, address):
@@ -106,7 +111,7 @@ class Browser:
         if "errorText" in answer:
             return False
         if "loaderId" in answer:  # else another place of the same page
-            self._await("Page.loadEventFired")
+            self._await_load(answer["loaderId"])
         return True
 
     def evaluate(self, expression):
